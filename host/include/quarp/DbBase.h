@@ -1,0 +1,74 @@
+// DbBase: the framework's record.
+//
+// A record is created on the heap, owned by the typed pointers that refer to it until a
+// DbMgr takes it over (DbMgr::Add), and from then on by that manager. Pointers count
+// their references, so a record that leaves its manager (DbMgr::Remove, or the manager's
+// destruction) while pointers still refer to it stays valid until the last pointer lets
+// go. Copying a record copies its data, never its identity (manager, id).
+#pragma once
+
+#include <quarp/DbCloneMode.h>
+#include <quarp/DbErr.h>
+#include <quarp/DbId.h>
+#include <quarp/UtMask.h>
+#include <quarp/UtObject.h>
+#include <quarp/UtString.h>
+
+#include <cstdint>
+
+namespace Quarp {
+
+class DbMgr;
+class DbRootPtr;
+
+class DbBase : public UtObject {
+ public:
+  ~DbBase() override = default;
+
+  // Identity: the record's id in its manager (null before DbMgr::Add) and the manager.
+  DbId GetId() const noexcept { return DbId(m_id); }
+  DbMgr* GetDbMgr() const noexcept { return m_mgr; }
+
+  // The framework part of a record carries no data of its own.
+  void Serialize(UtArchive& ar) override;
+
+  // Type answers. The framework root has no type code of its own.
+  virtual const UtString& GetClass() const;
+  virtual std::uint64_t GetType() const { return 0; }
+  virtual int GetTypeIdx() const { return -1; }
+  virtual bool ContainsType(const UtMask& mask, bool withBases) const;
+  virtual bool ContainsType(std::uint64_t code) const;
+  // Depth below the framework root: UtObject 0, DbBase 1.
+  virtual int GetSubclassLevel(int n) const { return n + 1; }
+
+  // Makes a copy of this record in `mgr`; the framework root cannot be cloned and
+  // reports AttachFailed.
+  virtual DbBase* Clone(DbCloneMode mode, DbMgr* mgr, UtIdXRef* xref, DbErr& err) const;
+  // Copies the data of `source` into this record (the framework part has none).
+  virtual void Copy(const DbBase& source, DbCloneMode mode, UtIdXRef* xref);
+
+  // Hooks the framework calls; records may override them.
+  virtual void InitEntity() {}                 // after a record is added to a manager
+  virtual void FixIds(UtIdXRef* /*xref*/) {}   // after a group of records was cloned
+  virtual void LoadPostProcess() {}            // after a whole file was loaded
+  // The record's display name: its class name unless a record says otherwise.
+  virtual UtString GetName() const { return GetClass(); }
+  // Marks the record's manager as modified.
+  void NotifyDirty(bool dirty = true, bool notify = true);
+
+ protected:
+  DbBase() noexcept = default;
+  // Identity is not copied: a copy belongs to no manager until it is added.
+  DbBase(const DbBase& /*other*/) noexcept : UtObject() {}
+  DbBase& operator=(const DbBase& /*other*/) noexcept { return *this; }
+
+ private:
+  friend class DbMgr;
+  friend class DbRootPtr;
+
+  DbMgr* m_mgr = nullptr;
+  std::uint32_t m_id = 0;    // ids are 32-bit within a manager (4 billion records)
+  std::uint32_t m_refs = 0;  // pointers referring to this record
+};
+
+}  // namespace Quarp

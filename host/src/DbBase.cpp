@@ -1,0 +1,115 @@
+#include <quarp/DbBase.h>
+#include <quarp/DbMgr.h>
+#include <quarp/DbPtr.h>
+#include <quarp/UtArchive.h>
+#include <zolt/Diagnostics.h>
+
+namespace Quarp {
+
+void DbBase::Serialize(UtArchive& /*ar*/) {}
+
+const UtString& DbBase::GetClass() const {
+  static const UtString name(L"DbBase");
+  return name;
+}
+
+bool DbBase::ContainsType(const UtMask& /*mask*/, bool /*withBases*/) const { return false; }
+bool DbBase::ContainsType(std::uint64_t /*code*/) const { return false; }
+
+DbBase* DbBase::Clone(DbCloneMode /*mode*/, DbMgr* /*mgr*/, UtIdXRef* /*xref*/, DbErr& err) const {
+  err = DbErr::AttachFailed;
+  return nullptr;
+}
+
+void DbBase::Copy(const DbBase& /*source*/, DbCloneMode /*mode*/, UtIdXRef* /*xref*/) {}
+
+void DbBase::NotifyDirty(bool dirty, bool /*notify*/) {
+  if (m_mgr && dirty) m_mgr->SetModified(true);
+}
+
+// --- pointers ----------------------------------------------------------------------
+
+void DbRootPtr::Share(DbBase* ent) noexcept {
+  if (ent) ++ent->m_refs;
+  m_ent = ent;
+}
+
+void DbRootPtr::Release() noexcept {
+  DbBase* ent = m_ent;
+  m_ent = nullptr;
+  if (ent && --ent->m_refs == 0 && ent->m_mgr == nullptr) delete ent;
+}
+
+DbRootPtr::DbRootPtr(const DbRootPtr& other) noexcept
+    : m_mgr(other.m_mgr), m_typeCode(other.m_typeCode), m_err(other.m_err), m_const(other.m_const) {
+  Share(other.m_ent);
+}
+
+DbRootPtr::DbRootPtr(DbRootPtr&& other) noexcept
+    : m_ent(other.m_ent), m_mgr(other.m_mgr), m_typeCode(other.m_typeCode), m_err(other.m_err),
+      m_const(other.m_const) {
+  other.m_ent = nullptr;
+}
+
+DbRootPtr& DbRootPtr::operator=(const DbRootPtr& other) noexcept {
+  if (this != &other) {
+    DbBase* keep = other.m_ent;
+    if (keep && !Accepts(keep)) {
+      Release();
+      m_err = DbErr::NotFound;
+      return *this;
+    }
+    if (keep) ++keep->m_refs;  // before releasing, in case both refer to the same record
+    Release();
+    m_ent = keep;
+    m_mgr = other.m_mgr;
+    m_err = other.m_err;
+  }
+  return *this;
+}
+
+DbRootPtr& DbRootPtr::operator=(DbRootPtr&& other) noexcept {
+  if (this != &other) {
+    Release();
+    if (other.m_ent && !Accepts(other.m_ent)) {
+      other.Release();
+      m_err = DbErr::NotFound;
+      return *this;
+    }
+    m_ent = other.m_ent;
+    other.m_ent = nullptr;
+    m_mgr = other.m_mgr;
+    m_err = other.m_err;
+  }
+  return *this;
+}
+
+bool DbRootPtr::AttachEnt(DbBase* ent, int /*mode*/) {
+  if (ent == m_ent) return ent != nullptr;
+  if (ent && !Accepts(ent)) {
+    Release();
+    m_err = DbErr::NotFound;
+    return false;
+  }
+  if (ent) ++ent->m_refs;
+  Release();
+  m_ent = ent;
+  return ent != nullptr;
+}
+
+bool DbRootPtr::AttachSp(const DbRootPtr& other) { return AttachEnt(other.m_ent, 0); }
+
+void DbRootPtr::Destroy() {
+  if (m_ent && m_ent->m_mgr) m_ent->m_mgr->Remove(m_ent->GetId());
+  Release();
+}
+
+DbMgr* DbRootPtr::GetDbMgr() const noexcept { return m_ent && m_ent->m_mgr ? m_ent->m_mgr : m_mgr; }
+
+void DbRootPtr::NullAccess() const {
+  Zolt::Diagnostics::Details::InvokeCurrentAssertHandler("quarp/DbPtr", 0, "Quarp::DbRootPtr::NullAccess",
+                                                          "null record pointer dereferenced");
+  throw DbNullAccess();
+}
+
+}  // namespace Quarp

@@ -1,0 +1,115 @@
+// The id -> record table of a DbMgr (private to the framework).
+//
+// Dense mode: a vector indexed by id, so Get is one index. A table is dense unless a
+// file's ids are so sparse that a vector would cost far more than its records; then it
+// keeps (id, record) pairs sorted by id and looks ids up by binary search.
+#pragma once
+
+#include <quarp/DbBase.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace Quarp::Detail {
+
+class RecordTable {
+ public:
+  // Whether ids below `nextId` for `count` records are best kept dense.
+  static bool DenseFits(std::uint64_t nextId, std::uint64_t count) noexcept {
+    return nextId <= 2 * count + (1u << 20);
+  }
+
+  explicit RecordTable(bool dense = true) : m_dense(dense) {
+    if (m_dense) m_slots.push_back(nullptr);  // id 0 is the null id
+  }
+
+  // Prepares for `count` records with ids below `nextId`.
+  void Reserve(std::uint64_t nextId, std::uint64_t count) {
+    if (m_dense) {
+      m_slots.reserve(static_cast<std::size_t>(nextId));
+    } else {
+      m_pairs.reserve(static_cast<std::size_t>(count));
+    }
+  }
+
+  DbBase* Find(std::uint64_t id) const noexcept {
+    if (m_dense) return id < m_slots.size() ? m_slots[id] : nullptr;
+    const auto it = std::lower_bound(m_pairs.begin(), m_pairs.end(), id,
+                                     [](const Pair& p, std::uint64_t v) { return p.first < v; });
+    return it != m_pairs.end() && it->first == id ? it->second : nullptr;
+  }
+
+  // Stores `ent` under `id`, which is greater than every id stored so far.
+  void Append(std::uint32_t id, DbBase* ent) {
+    if (m_dense) {
+      if (m_slots.size() <= id) m_slots.resize(static_cast<std::size_t>(id) + 1, nullptr);
+      m_slots[id] = ent;
+    } else {
+      m_pairs.emplace_back(id, ent);
+    }
+  }
+
+  // Removes and returns the record under `id`.
+  DbBase* Take(std::uint64_t id) noexcept {
+    if (m_dense) {
+      if (id >= m_slots.size()) return nullptr;
+      return std::exchange(m_slots[id], nullptr);
+    }
+    const auto it = std::lower_bound(m_pairs.begin(), m_pairs.end(), id,
+                                     [](const Pair& p, std::uint64_t v) { return p.first < v; });
+    if (it == m_pairs.end() || it->first != id) return nullptr;
+    return std::exchange(it->second, nullptr);
+  }
+
+  // The first record with an id above `id`, or null; sets `id` to its id.
+  DbBase* Next(std::uint64_t& id) const noexcept {
+    if (m_dense) {
+      for (std::uint64_t i = id + 1; i < m_slots.size(); ++i) {
+        if (m_slots[i]) {
+          id = i;
+          return m_slots[i];
+        }
+      }
+      return nullptr;
+    }
+    auto it = std::upper_bound(m_pairs.begin(), m_pairs.end(), id,
+                               [](std::uint64_t v, const Pair& p) { return v < p.first; });
+    for (; it != m_pairs.end(); ++it) {
+      if (it->second) {
+        id = it->first;
+        return it->second;
+      }
+    }
+    return nullptr;
+  }
+
+  // Calls f(id, record) for every record in id order.
+  template <class F>
+  void ForEach(F&& f) const {
+    if (m_dense) {
+      for (std::size_t i = 1; i < m_slots.size(); ++i) {
+        if (m_slots[i]) f(static_cast<std::uint32_t>(i), m_slots[i]);
+      }
+    } else {
+      for (const Pair& p : m_pairs) {
+        if (p.second) f(p.first, p.second);
+      }
+    }
+  }
+
+ private:
+  using Pair = std::pair<std::uint32_t, DbBase*>;
+  bool m_dense;
+  std::vector<DbBase*> m_slots;
+  std::vector<Pair> m_pairs;
+};
+
+}  // namespace Quarp::Detail
+
+#include <quarp/DbMgr.h>
+
+struct Quarp::DbMgr::Table : Quarp::Detail::RecordTable {
+  using RecordTable::RecordTable;
+};

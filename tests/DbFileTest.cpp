@@ -1,0 +1,423 @@
+// The database file: exact bytes, round trips, and every kind of bad input. A failed
+// Read leaves the manager as it was; a failed Write leaves the old file as it was.
+#include "TestSupport.h"
+
+#include <gtest/gtest.h>
+#include <xxhash.h>
+
+#include <cstring>
+#include <filesystem>
+#include <optional>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include <sys/stat.h>
+
+using TestSupport::Bytes;
+using TestSupport::Hex;
+using TestSupport::TestRecord;
+using TestSupport::TestRecordChild;
+using TestSupport::ToHex;
+
+namespace {
+
+// A record that cannot be stored, to make Write fail half-way.
+class FailingRecord : public TestRecord {
+ public:
+  static Quarp::UtObject* SerializeCreate() { return nullptr; }
+  static Quarp::DbPtr<FailingRecord> Create() {
+    Quarp::DbPtr<FailingRecord> p;
+    p.AttachEnt(new FailingRecord);
+    return p;
+  }
+  const char* GetObjectClassName() const override { return "FailingRecord"; }
+  unsigned GetObjectClassId() const override { return s_ClassId; }
+  void Serialize(Quarp::UtArchive&) override { throw std::runtime_error("cannot store this one"); }
+  static unsigned s_ClassId;
+};
+unsigned FailingRecord::s_ClassId = Quarp::UtSerializeRegister("FailingRecord", &FailingRecord::SerializeCreate);
+
+void PutCount(Bytes& out, std::uint64_t v) {
+  while (v >= 0x80) {
+    out.push_back(static_cast<std::uint8_t>(v | 0x80));
+    v >>= 7;
+  }
+  out.push_back(static_cast<std::uint8_t>(v));
+}
+template <class T>
+void PutRaw(Bytes& out, T v) {
+  const auto* p = reinterpret_cast<const std::uint8_t*>(&v);
+  out.insert(out.end(), p, p + sizeof v);
+}
+
+struct Frame {
+  std::uint64_t idStep;
+  std::uint64_t classIndex;
+  Bytes payload;
+  std::optional<std::uint64_t> length = std::nullopt;  // a lie about the payload length
+};
+
+// Builds a file image by hand, so that tests can forge files the library never writes.
+Bytes BuildFile(const std::vector<std::string>& classes, const std::vector<Frame>& frames, std::uint64_t nextId,
+                std::optional<std::uint64_t> count = std::nullopt, std::uint32_t version = 1,
+                std::uint32_t flags = 0) {
+  Bytes f = Hex("89 49 4F 46 0D 0A 1A 0A");
+  PutRaw<std::uint32_t>(f, version);
+  PutRaw<std::uint32_t>(f, flags);
+  PutRaw<std::uint64_t>(f, count.value_or(frames.size()));
+  PutRaw<std::uint64_t>(f, nextId);
+  PutRaw<std::uint32_t>(f, static_cast<std::uint32_t>(classes.size()));
+  for (const std::string& c : classes) {
+    f.push_back(static_cast<std::uint8_t>(c.size()));
+    f.insert(f.end(), c.begin(), c.end());
+  }
+  for (const Frame& fr : frames) {
+    PutCount(f, fr.idStep);
+    PutCount(f, fr.classIndex);
+    PutCount(f, fr.length.value_or(fr.payload.size()));
+    f.insert(f.end(), fr.payload.begin(), fr.payload.end());
+  }
+  PutRaw<std::uint64_t>(f, 0);
+  TestSupport::Reseal(f);
+  return f;
+}
+
+const Bytes kRecord42AB = Hex("01 2A 00 00 00 02 00 00 00 41 00 42 00");  // TestRecord(42, "AB")
+
+// A manager holding one record, to check that failed loads leave it alone.
+struct Populated {
+  Quarp::DbMgr mgr;
+  Populated() {
+    auto rec = TestRecord::Create(1234, L"before");
+    mgr.Add(rec);
+  }
+  bool Unchanged() const {
+    Quarp::DbCPtr<TestRecord> p;
+    return mgr.GetCount() == 1 && mgr.Get(p, Quarp::DbId(1), 0) && p->m_Value == 1234;
+  }
+};
+
+TEST(DbFile, ExactBytesOfASmallDatabase) {
+  Quarp::DbMgr mgr;
+  auto a = TestRecord::Create(42, L"AB");
+  auto b = TestRecordChild::Create();
+  b->m_Extra = 0.5;
+  mgr.Add(a);
+  mgr.Add(b);
+  Bytes file;
+  ASSERT_EQ(mgr.WriteToMemory(file), Quarp::DbErr::Ok);
+
+  const Bytes body = Hex(
+      "89 49 4F 46 0D 0A 1A 0A"      // magic
+      "01 00 00 00"                  // format version
+      "00 00 00 00"                  // flags
+      "02 00 00 00 00 00 00 00"      // records
+      "03 00 00 00 00 00 00 00"      // next id
+      "02 00 00 00"                  // classes
+      "0A 54 65 73 74 52 65 63 6F 72 64"                 // "TestRecord"
+      "0F 54 65 73 74 52 65 63 6F 72 64 43 68 69 6C 64"  // "TestRecordChild"
+      "01 00 0D 01 2A 00 00 00 02 00 00 00 41 00 42 00"  // id +1, class 0, 13 bytes
+      "01 01 12 00 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 E0 3F");  // id +1, class 1, 18 bytes
+  ASSERT_EQ(file.size(), body.size() + 8);
+  EXPECT_EQ(ToHex(Bytes(file.begin(), file.end() - 8)), ToHex(body));
+  const std::uint64_t sum = XXH3_64bits(body.data(), body.size());
+  EXPECT_EQ(std::memcmp(file.data() + body.size(), &sum, 8), 0);
+  // BuildFile forges the same image.
+  EXPECT_EQ(file, BuildFile({"TestRecord", "TestRecordChild"},
+                            {{1, 0, kRecord42AB}, {1, 1, Hex("00 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 E0 3F")}},
+                            3));
+}
+
+TEST(DbFile, RoundTripThroughAFileKeepsIdsAndValues) {
+  const std::string path = TestSupport::TempPath("job.iof");
+  {
+    Quarp::DbMgr mgr;
+    for (int i = 0; i < 10; ++i) {
+      auto rec = TestRecord::Create(i * 11, i % 2 ? L"odd" : L"");
+      mgr.Add(rec);
+    }
+    auto child = TestRecordChild::Create();
+    child->m_Extra = -1.25;
+    mgr.Add(child);
+    mgr.Remove(Quarp::DbId(4));
+    ASSERT_EQ(mgr.Write(Quarp::UtString(path.c_str())), Quarp::DbErr::Ok) << mgr.GetLastErrorText();
+    EXPECT_FALSE(mgr.IsModified());
+  }
+  Quarp::DbMgr back;
+  ASSERT_EQ(back.Read(Quarp::UtString(path.c_str()), false), Quarp::DbErr::Ok) << back.GetLastErrorText();
+  EXPECT_TRUE(back.GetLastErrorText().empty());
+  EXPECT_EQ(back.GetCount(), 10u);
+  Quarp::DbCPtr<TestRecord> p;
+  EXPECT_FALSE(back.Get(p, Quarp::DbId(4), 0));
+  ASSERT_TRUE(back.Get(p, Quarp::DbId(6), 0));
+  EXPECT_EQ(p->m_Value, 55);
+  EXPECT_EQ(p->m_Name, L"odd");
+  Quarp::DbCPtr<TestRecordChild> c;
+  ASSERT_TRUE(back.Get(c, Quarp::DbId(11), 0));
+  EXPECT_EQ(c->m_Extra, -1.25);
+  // New records continue after the last id the file had given out.
+  auto more = TestRecord::Create();
+  EXPECT_EQ(back.Add(more), Quarp::DbId(12));
+}
+
+TEST(DbFile, SparseIdsLoadWithoutAHugeTable) {
+  const Bytes file = BuildFile({"TestRecord"}, {{5, 0, kRecord42AB}, {1999999995, 0, kRecord42AB}}, 3000000000ull);
+  Quarp::DbMgr mgr;
+  ASSERT_EQ(mgr.ReadFromMemory(file), Quarp::DbErr::Ok) << mgr.GetLastErrorText();
+  Quarp::DbCPtr<TestRecord> p;
+  EXPECT_TRUE(mgr.Get(p, Quarp::DbId(5), 0));
+  EXPECT_TRUE(mgr.Get(p, Quarp::DbId(2000000000), 0));
+  EXPECT_FALSE(mgr.Get(p, Quarp::DbId(6), 0));
+  Quarp::DbId at(5);
+  Quarp::DbBasePtr walker;
+  ASSERT_TRUE(mgr.GetNext(walker, at, 0));
+  EXPECT_EQ(at, Quarp::DbId(2000000000));
+  auto rec = TestRecord::Create();
+  EXPECT_EQ(mgr.Add(rec), Quarp::DbId(3000000000ull));
+  Bytes again;
+  ASSERT_EQ(mgr.WriteToMemory(again), Quarp::DbErr::Ok);
+  Quarp::DbMgr back;
+  EXPECT_EQ(back.ReadFromMemory(again), Quarp::DbErr::Ok) << back.GetLastErrorText();
+  EXPECT_EQ(back.GetCount(), 3u);
+}
+
+struct BadFile {
+  const char* what;
+  Bytes bytes;
+  Quarp::DbErr err;
+  const char* message;  // part of GetLastErrorText()
+};
+
+TEST(DbFile, BadInputEndsInAnErrorThatSaysWhatIsWrong) {
+  const Bytes good = BuildFile({"TestRecord"}, {{1, 0, kRecord42AB}}, 2);
+  Bytes wrongMagic = good;
+  wrongMagic[1] = 'X';
+  Bytes truncated(good.begin(), good.end() - 3);
+  Bytes flipped = good;
+  flipped[40] ^= 0x10;
+  Bytes longPayload = kRecord42AB;
+  longPayload.push_back(0);
+  const Bytes shortPayload(kRecord42AB.begin(), kRecord42AB.end() - 2);
+  Bytes trailing = good;
+  trailing.insert(trailing.end() - 8, 0x00);
+  TestSupport::Reseal(trailing);
+
+  const std::vector<BadFile> cases = {
+      {"empty", {}, Quarp::DbErr::NotAnIofFile, "empty"},
+      {"wrong magic", wrongMagic, Quarp::DbErr::NotAnIofFile, "magic"},
+      {"text file", Hex("68 65 6C 6C 6F 0A"), Quarp::DbErr::NotAnIofFile, "not an IOF file"},
+      {"only the magic", Hex("89 49 4F 46 0D 0A 1A 0A"), Quarp::DbErr::Corrupt, "truncated"},
+      {"newer format", BuildFile({"TestRecord"}, {{1, 0, kRecord42AB}}, 2, std::nullopt, 2), Quarp::DbErr::NewerFormat,
+       "version 2"},
+      {"unknown flags", BuildFile({"TestRecord"}, {{1, 0, kRecord42AB}}, 2, std::nullopt, 1, 4),
+       Quarp::DbErr::NewerFormat, "flags"},
+      {"truncated", truncated, Quarp::DbErr::Corrupt, "checksum"},
+      {"flipped bit", flipped, Quarp::DbErr::Corrupt, "checksum mismatch"},
+      {"unknown class", BuildFile({"NoSuchClass"}, {{1, 0, kRecord42AB}}, 2), Quarp::DbErr::UnknownClass,
+       "record 1 (NoSuchClass)"},
+      {"payload longer than the class reads", BuildFile({"TestRecord"}, {{1, 0, longPayload}}, 2),
+       Quarp::DbErr::BadRecord, "record 1 (TestRecord): its payload is 14 bytes but the class read only 13"},
+      {"payload shorter than the class reads", BuildFile({"TestRecord"}, {{1, 0, shortPayload}}, 2),
+       Quarp::DbErr::BadRecord, "record 1 (TestRecord) does not read back"},
+      {"payload length beyond the file", BuildFile({"TestRecord"}, {{1, 0, kRecord42AB, 5000}}, 2),
+       Quarp::DbErr::Corrupt, "record 1 (TestRecord) claims 5000 bytes"},
+      {"record count beyond the file", BuildFile({"TestRecord"}, {{1, 0, kRecord42AB}}, 2, 1000000000000ull),
+       Quarp::DbErr::Corrupt, "larger than the"},
+      {"class count beyond the file",
+       [] {
+         Bytes b = BuildFile({"TestRecord"}, {{1, 0, kRecord42AB}}, 2);
+         b[32] = 0xFF;
+         b[33] = 0xFF;
+         b[34] = 0xFF;
+         TestSupport::Reseal(b);
+         return b;
+       }(),
+       Quarp::DbErr::Corrupt, "larger than the"},
+      {"id step of zero", BuildFile({"TestRecord"}, {{1, 0, kRecord42AB}, {0, 0, kRecord42AB}}, 3),
+       Quarp::DbErr::Corrupt, "out of order"},
+      {"id at or beyond the next id", BuildFile({"TestRecord"}, {{2, 0, kRecord42AB}}, 2), Quarp::DbErr::Corrupt,
+       "out of range"},
+      {"class index out of range", BuildFile({"TestRecord"}, {{1, 3, kRecord42AB}}, 2), Quarp::DbErr::Corrupt,
+       "refers to class #3"},
+      {"bytes after the last record", trailing, Quarp::DbErr::Corrupt, "unexpected bytes"},
+      {"next id of zero", BuildFile({"TestRecord"}, {}, 0), Quarp::DbErr::Corrupt, "next record id"},
+  };
+  for (const BadFile& c : cases) {
+    Populated target;
+    EXPECT_EQ(target.mgr.ReadFromMemory(c.bytes), c.err) << c.what << ": " << target.mgr.GetLastErrorText();
+    EXPECT_NE(target.mgr.GetLastErrorText().find(c.message), std::string::npos)
+        << c.what << ": " << target.mgr.GetLastErrorText();
+    EXPECT_TRUE(target.Unchanged()) << c.what;
+  }
+}
+
+TEST(DbFile, ARecordFromANewerLibraryThrowsTheVersionError) {
+  Bytes v2 = kRecord42AB;
+  v2[0] = 0x02;
+  const Bytes file = BuildFile({"TestRecord"}, {{7, 0, v2}}, 8);
+  Populated target;
+  try {
+    target.mgr.ReadFromMemory(file);
+    FAIL() << "expected the archive's version error";
+  } catch (const Quarp::UtArchiveException& e) {
+    EXPECT_EQ(e.m_cause, 2);
+    EXPECT_NE(std::string(e.what()).find("record 7 (TestRecord)"), std::string::npos) << e.what();
+  }
+  EXPECT_TRUE(target.Unchanged());
+}
+
+TEST(DbFile, EveryTruncationAndEveryFlippedByteIsRefused) {
+  Quarp::DbMgr source;
+  for (int i = 0; i < 3; ++i) {
+    auto rec = TestRecord::Create(i, L"name");
+    source.Add(rec);
+  }
+  Bytes good;
+  ASSERT_EQ(source.WriteToMemory(good), Quarp::DbErr::Ok);
+  for (std::size_t n = 0; n < good.size(); ++n) {
+    Quarp::DbMgr mgr;
+    EXPECT_NE(mgr.ReadFromMemory(Bytes(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(n))),
+              Quarp::DbErr::Ok)
+        << "prefix of " << n << " bytes";
+  }
+  for (std::size_t i = 0; i < good.size(); ++i) {
+    Bytes bad = good;
+    bad[i] ^= 0x40;
+    Quarp::DbMgr mgr;
+    EXPECT_NE(mgr.ReadFromMemory(bad), Quarp::DbErr::Ok) << "byte " << i;
+    EXPECT_FALSE(mgr.GetLastErrorText().empty());
+  }
+}
+
+// Random damage, half of it behind a valid checksum so that the structural checks are
+// reached: loading must end in Ok or an error, never a crash (the sanitizer build
+// checks every access).
+TEST(DbFile, RandomDamageNeverCrashes) {
+  Quarp::DbMgr source;
+  for (int i = 0; i < 4; ++i) {
+    auto rec = TestRecord::Create(i, L"abc");
+    source.Add(rec);
+  }
+  auto child = TestRecordChild::Create();
+  source.Add(child);
+  Bytes good;
+  ASSERT_EQ(source.WriteToMemory(good), Quarp::DbErr::Ok);
+  std::mt19937 rng(12345);
+  int loaded = 0;
+  for (int iteration = 0; iteration < 3000; ++iteration) {
+    Bytes bad = good;
+    const int edits = 1 + static_cast<int>(rng() % 4);
+    for (int e = 0; e < edits; ++e) {
+      const std::size_t at = 8 + rng() % (bad.size() - 16);
+      bad[at] = static_cast<std::uint8_t>(rng());
+    }
+    if (rng() % 2) TestSupport::Reseal(bad);
+    Quarp::DbMgr mgr;
+    try {
+      if (mgr.ReadFromMemory(bad) == Quarp::DbErr::Ok) ++loaded;
+    } catch (const Quarp::UtArchiveException& e) {
+      EXPECT_EQ(e.m_cause, 2);
+    }
+  }
+  EXPECT_LT(loaded, 3000);
+}
+
+TEST(DbFile, FilesThatCannotBeReadGiveAnError) {
+  Quarp::DbMgr mgr;
+  const std::string missing = TestSupport::TempPath("missing.iof");
+  std::filesystem::remove(missing);
+  EXPECT_EQ(mgr.Read(Quarp::UtString(missing.c_str()), false), Quarp::DbErr::NotFound);
+  EXPECT_NE(mgr.GetLastErrorText().find("missing.iof"), std::string::npos) << mgr.GetLastErrorText();
+
+  const std::string dir = TestSupport::TempPath("a-directory");
+  std::filesystem::create_directories(dir);
+  EXPECT_EQ(mgr.Read(Quarp::UtString(dir.c_str()), false), Quarp::DbErr::Io);
+  EXPECT_NE(mgr.GetLastErrorText().find("directory"), std::string::npos) << mgr.GetLastErrorText();
+
+  const std::string fifo = TestSupport::TempPath("a-fifo");
+  std::filesystem::remove(fifo);
+  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+  EXPECT_EQ(mgr.Read(Quarp::UtString(fifo.c_str()), false), Quarp::DbErr::Io);
+  EXPECT_NE(mgr.GetLastErrorText().find("not a regular file"), std::string::npos) << mgr.GetLastErrorText();
+
+  const std::string empty = TestSupport::TempPath("empty.iof");
+  TestSupport::WriteFile(empty, {});
+  EXPECT_EQ(mgr.Read(Quarp::UtString(empty.c_str()), false), Quarp::DbErr::NotAnIofFile);
+  EXPECT_NE(mgr.GetLastErrorText().find("empty.iof"), std::string::npos) << mgr.GetLastErrorText();
+}
+
+TEST(DbFile, FailedWritesLeaveTheOldFileIntact) {
+  const std::string path = TestSupport::TempPath("keep.iof");
+  const Bytes before = TestSupport::Hex("01 02 03");
+  TestSupport::WriteFile(path, before);
+  const auto dir = std::filesystem::path(path).parent_path();
+
+  Quarp::DbMgr mgr;
+  auto ok = TestRecord::Create(1);
+  mgr.Add(ok);
+  auto bad = FailingRecord::Create();
+  mgr.Add(bad);
+  EXPECT_EQ(mgr.Write(Quarp::UtString(path.c_str())), Quarp::DbErr::BadRecord);
+  EXPECT_NE(mgr.GetLastErrorText().find("record 2 (FailingRecord) could not be stored"), std::string::npos)
+      << mgr.GetLastErrorText();
+  EXPECT_EQ(TestSupport::ReadFile(path), before);
+  int files = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(dir)) {
+    (void)entry;
+    ++files;
+  }
+  EXPECT_EQ(files, 1) << "a temporary file was left behind";
+
+  mgr.Remove(Quarp::DbId(2));
+  const std::string noDir = (dir / "no-such-dir" / "job.iof").string();
+  EXPECT_EQ(mgr.Write(Quarp::UtString(noDir.c_str())), Quarp::DbErr::Io);
+  EXPECT_NE(mgr.GetLastErrorText().find("no-such-dir"), std::string::npos) << mgr.GetLastErrorText();
+
+  const std::string isDir = (dir / "sub").string();
+  std::filesystem::create_directories(isDir);
+  EXPECT_EQ(mgr.Write(Quarp::UtString(isDir.c_str())), Quarp::DbErr::Io);
+  EXPECT_TRUE(std::filesystem::is_directory(isDir));
+
+  // And a successful write replaces the file in one step, keeping its permissions.
+  ::chmod(path.c_str(), 0640);
+  EXPECT_EQ(mgr.Write(Quarp::UtString(path.c_str())), Quarp::DbErr::Ok) << mgr.GetLastErrorText();
+  struct stat st{};
+  ASSERT_EQ(::stat(path.c_str(), &st), 0);
+  EXPECT_EQ(st.st_mode & 0777, 0640u);
+  Quarp::DbMgr back;
+  EXPECT_EQ(back.Read(Quarp::UtString(path.c_str()), false), Quarp::DbErr::Ok);
+  EXPECT_EQ(back.GetCount(), 1u);
+}
+
+TEST(DbFile, ReadOnlyManagersRefuseChanges) {
+  Quarp::DbMgr source;
+  auto rec = TestRecord::Create(3);
+  source.Add(rec);
+  Bytes file;
+  ASSERT_EQ(source.WriteToMemory(file), Quarp::DbErr::Ok);
+
+  Quarp::DbMgr mgr;
+  ASSERT_EQ(mgr.ReadFromMemory(file, true), Quarp::DbErr::Ok);
+  EXPECT_TRUE(mgr.IsReadOnly());
+  auto more = TestRecord::Create();
+  EXPECT_TRUE(mgr.Add(more).IsNull());
+  EXPECT_EQ(more.GetErr(), Quarp::DbErr::ReadOnly);
+  EXPECT_FALSE(mgr.Remove(Quarp::DbId(1)));
+  EXPECT_EQ(mgr.GetCount(), 1u);
+  ASSERT_EQ(mgr.ReadFromMemory(file, false), Quarp::DbErr::Ok);
+  EXPECT_FALSE(mgr.IsReadOnly());
+}
+
+TEST(DbFile, AnEmptyManagerRoundTrips) {
+  Quarp::DbMgr mgr;
+  Bytes file;
+  ASSERT_EQ(mgr.WriteToMemory(file), Quarp::DbErr::Ok);
+  EXPECT_EQ(file.size(), 44u);
+  Populated target;
+  EXPECT_EQ(target.mgr.ReadFromMemory(file), Quarp::DbErr::Ok);
+  EXPECT_EQ(target.mgr.GetCount(), 0u);
+}
+
+}  // namespace

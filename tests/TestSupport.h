@@ -1,0 +1,116 @@
+// Helpers shared by the test suites: byte strings, archives, assertion capture, and two
+// small record classes for the framework's own tests.
+#pragma once
+
+#include <afx/CString.h>
+#include <quarp/DbBase.h>
+#include <quarp/DbMgr.h>
+#include <quarp/DbPtr.h>
+#include <quarp/UtArchive.h>
+#include <quarp/UtSerialize.h>
+#include <zolt/Diagnostics.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace TestSupport {
+
+using Bytes = std::vector<std::uint8_t>;
+
+// "01 0a FF" -> {0x01, 0x0a, 0xff}; blanks are ignored.
+Bytes Hex(const std::string& text);
+// {0x01, 0x0a} -> "01 0A"
+std::string ToHex(const Bytes& bytes);
+
+// Stores `obj` through its Serialize and returns the bytes.
+template <class T>
+Bytes Store(T& obj) {
+  Quarp::UtArchive ar(Quarp::UtArchive::Store);
+  obj.Serialize(ar);
+  return ar.GetBytes();
+}
+
+// Loads `obj` from `bytes` and checks that every byte was read.
+template <class T>
+bool LoadAll(T& obj, const Bytes& bytes) {
+  Quarp::UtArchive ar(Quarp::UtArchive::Load, bytes);
+  obj.Serialize(ar);
+  return ar.GetRemaining() == 0;
+}
+
+// Records the assertion handler's calls while in scope.
+class AssertRecorder {
+ public:
+  struct Call {
+    std::string file;
+    int line;
+    std::string function;
+    std::string message;
+  };
+  AssertRecorder();
+  ~AssertRecorder();
+  AssertRecorder(const AssertRecorder&) = delete;
+  AssertRecorder& operator=(const AssertRecorder&) = delete;
+  const std::vector<Call>& Calls() const { return m_calls; }
+
+ private:
+  std::vector<Call> m_calls;
+  Zolt::Diagnostics::AssertHandler m_previous;
+};
+
+// A small record of the framework's tests: an int and a string, at version 1 (version
+// 0 had the int only).
+class TestRecord : public Quarp::DbBase {
+ public:
+  static constexpr std::uint64_t kTypeCode = 0x7001;
+  static constexpr unsigned kVersion = 1;
+
+  static Quarp::DbPtr<TestRecord> Create(int value = 0, const wchar_t* name = L"");
+  static Quarp::UtObject* SerializeCreate() { return new TestRecord; }
+
+  const char* GetObjectClassName() const override { return "TestRecord"; }
+  unsigned GetObjectClassId() const override { return s_ClassId; }
+  std::uint64_t GetType() const override { return kTypeCode; }
+  bool ContainsType(std::uint64_t code) const override { return code == kTypeCode || DbBase::ContainsType(code); }
+  void Serialize(Quarp::UtArchive& ar) override;
+
+  int m_Value = 0;
+  CString m_Name;
+
+ protected:
+  TestRecord() = default;
+
+ private:
+  static unsigned s_ClassId;
+};
+
+// Derived from TestRecord, to exercise typed pointers.
+class TestRecordChild : public TestRecord {
+ public:
+  static constexpr std::uint64_t kTypeCode = 0x7002;
+  static Quarp::DbPtr<TestRecordChild> Create();
+  static Quarp::UtObject* SerializeCreate() { return new TestRecordChild; }
+  const char* GetObjectClassName() const override { return "TestRecordChild"; }
+  unsigned GetObjectClassId() const override { return s_ClassId; }
+  std::uint64_t GetType() const override { return kTypeCode; }
+  bool ContainsType(std::uint64_t code) const override { return code == kTypeCode || TestRecord::ContainsType(code); }
+  void Serialize(Quarp::UtArchive& ar) override;
+
+  double m_Extra = 0.0;
+
+ private:
+  TestRecordChild() = default;
+  static unsigned s_ClassId;
+};
+
+// Writes `bytes` to a fresh file under the test's temporary directory and returns its path.
+std::string TempPath(const std::string& name);
+void WriteFile(const std::string& path, const Bytes& bytes);
+Bytes ReadFile(const std::string& path);
+
+// Recomputes the trailing checksum of an IOF file image, so that tests can forge
+// structurally bad files that pass the checksum.
+void Reseal(Bytes& file);
+
+}  // namespace TestSupport
