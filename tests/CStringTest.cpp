@@ -122,6 +122,7 @@ TEST(CStringFormat, ConversionsTheSystemUses) {
       {"%s CString", CString::Formatted(L"%s", CString(L"AB")), u"AB"},
       {"%s wide", CString::Formatted(L"%s", L"wide"), u"wide"},
       {"%s UTF-8", CString::Formatted(L"%s", "Stra\xC3\x9F" "e"), u"Stra\u00DFe"},
+      {"%s of an empty CString", CString::Formatted(L"[%s]", CString()), u"[]"},
       {"%s null", CString::Formatted(L"%s", static_cast<const wchar_t*>(nullptr)), u"(null)"},
       {"%s keeps surrogates", CString::Formatted(L"<%s>", CString(L"\U0001F600")), u"<\U0001F600>"},
       {"width and justification", CString::Formatted(L"%5s|%-5s|", L"ab", L"cd"), u"   ab|cd   |"},

@@ -120,7 +120,9 @@ FormatArg MakeFormatArg(const Quarp::DbId& id) noexcept {
   return a;
 }
 
-FormatArg MakeFormatArg(const CString& s) noexcept { return MakeFormatArg(s.View()); }
+FormatArg MakeFormatArg(const CString& s) noexcept {
+  return StringArg(FormatArg::Kind::Utf16, s.GetString(), static_cast<std::size_t>(s.GetLength()));
+}
 
 namespace {
 

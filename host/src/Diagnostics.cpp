@@ -34,11 +34,22 @@ HandlerSlot<AfxMessageBoxHandler>& MessageBoxSlot() {
   return slot;
 }
 
+HandlerSlot<Zolt::Diagnostics::TraceHandler>& TraceSlot() {
+  static HandlerSlot<Zolt::Diagnostics::TraceHandler> slot;
+  return slot;
+}
+
 }  // namespace
 
 namespace Zolt::Diagnostics {
 
 AssertHandler SetAssertHandler(AssertHandler handler) { return AssertSlot().Exchange(std::move(handler)); }
+
+TraceHandler SetTraceHandler(TraceHandler handler) { return TraceSlot().Exchange(std::move(handler)); }
+
+void Trace(const char* line) {
+  if (const TraceHandler handler = TraceSlot().Get()) handler(line ? line : "");
+}
 
 namespace Details {
 void InvokeCurrentAssertHandler(const char* file, int line, const char* function, const char* message) {

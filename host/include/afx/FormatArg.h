@@ -62,11 +62,11 @@ inline FormatArg MakeFormatArg(const char16_t* s) noexcept {
   return StringArg(FormatArg::Kind::Utf16, s, s ? std::char_traits<char16_t>::length(s) : 0);
 }
 inline FormatArg MakeFormatArg(std::string_view s) noexcept {
-  return StringArg(FormatArg::Kind::Utf8, s.data(), s.size());
+  return StringArg(FormatArg::Kind::Utf8, s.empty() ? "" : s.data(), s.size());
 }
 inline FormatArg MakeFormatArg(const std::string& s) noexcept { return MakeFormatArg(std::string_view(s)); }
 inline FormatArg MakeFormatArg(std::u16string_view s) noexcept {
-  return StringArg(FormatArg::Kind::Utf16, s.data(), s.size());
+  return StringArg(FormatArg::Kind::Utf16, s.empty() ? u"" : s.data(), s.size());
 }
 
 // Numbers, characters, enumerations and pointers.

@@ -15,6 +15,13 @@ using AssertHandler = std::function<void(const char* file, int line, const char*
 // Installs `handler` and returns the previous one. An empty handler restores the default.
 AssertHandler SetAssertHandler(AssertHandler handler);
 
+// The debug trace channel. Debugging aids (TraceDump) send their lines here in debug
+// builds of the library; release builds send nothing. No handler is installed by
+// default, so nothing is printed unless an application asks for it.
+using TraceHandler = std::function<void(const char* line)>;
+TraceHandler SetTraceHandler(TraceHandler handler);
+void Trace(const char* line);
+
 namespace Details {
 // Reports to the current handler and returns.
 void InvokeCurrentAssertHandler(const char* file, int line, const char* function, const char* message);
