@@ -39,6 +39,21 @@ bool LoadAll(T& obj, const Bytes& bytes) {
   return ar.GetRemaining() == 0;
 }
 
+// Loads `bytes` into `obj` and returns the cause of the UtArchiveException that ended
+// the load, or -1 when none was thrown; `position` gets where the load stopped.
+template <class T>
+int LoadCause(T& obj, const Bytes& bytes, std::size_t* position = nullptr) {
+  Quarp::UtArchive ar(Quarp::UtArchive::Load, bytes);
+  int cause = -1;
+  try {
+    obj.Serialize(ar);
+  } catch (const Quarp::UtArchiveException& e) {
+    cause = e.m_cause;
+  }
+  if (position) *position = ar.GetPosition();
+  return cause;
+}
+
 // Records the assertion handler's calls while in scope.
 class AssertRecorder {
  public:

@@ -113,7 +113,7 @@ class UtIOFAttribMap : public Quarp::UtObject {
   UtIOFAttribMap() = default;
   // Copies as operator= does (and so throws for a map holding a 64-bit attribute).
   UtIOFAttribMap(const UtIOFAttribMap& other);
-  UtIOFAttribMap(UtIOFAttribMap&& other) noexcept : m_Map(std::move(other.m_Map)) {}
+  UtIOFAttribMap(UtIOFAttribMap&& other) noexcept : m_Map(std::move(other.m_Map)) { other.m_Map.clear(); }
   ~UtIOFAttribMap() override;
 
   // Empties this map as Clear() does, then copies every item of `other` in key order.

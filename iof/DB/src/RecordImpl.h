@@ -1,0 +1,243 @@
+// The generated half of the record pattern (see iof/IofRecord.h): what the
+// IOF_IMPLEMENT_* macros expand to. Included by record sources only.
+#pragma once
+
+#include <iof/FieldVisitor.h>
+#include <iof/GmPoint3D.h>
+#include <iof/GmVector3D.h>
+#include <iof/GmXformMat3D.h>
+#include <iof/IofRecord.h>
+#include <iof/UtAttribute.h>
+#include <iof/UtAxisMotionMap.h>
+#include <iof/UtIofMovePoint.h>
+#include <quarp/DbMgr.h>
+#include <quarp/UtArchive.h>
+#include <quarp/UtArrayEx.h>
+#include <quarp/UtSArrayEx.h>
+#include <quarp/UtSerialize.h>
+
+#include <new>
+#include <type_traits>
+
+namespace IOF::Detail {
+
+// --- one field, four ways -------------------------------------------------------------
+
+template <class T>
+void StoreValue(Quarp::UtArchive& ar, const T& v) {
+  if constexpr (requires(T& t) { t.Serialize(ar); }) {
+    const_cast<T&>(v).Serialize(ar);  // storing does not change the value
+  } else {
+    ar << v;
+  }
+}
+
+template <class T>
+void LoadValue(Quarp::UtArchive& ar, T& v) {
+  if constexpr (requires { v.Serialize(ar); }) {
+    v.Serialize(ar);
+  } else {
+    ar >> v;
+  }
+}
+
+inline void VisitValue(FieldVisitor& fv, const char* n, bool v) { fv.OnBool(n, v); }
+inline void VisitValue(FieldVisitor& fv, const char* n, double v) { fv.OnDouble(n, v); }
+inline void VisitValue(FieldVisitor& fv, const char* n, Quarp::DbId v) { fv.OnId(n, v); }
+inline void VisitValue(FieldVisitor& fv, const char* n, const CString& v) { fv.OnString(n, v); }
+inline void VisitValue(FieldVisitor& fv, const char* n, const GmPoint3D& v) { fv.OnPoint(n, v); }
+inline void VisitValue(FieldVisitor& fv, const char* n, const GmVector3D& v) { fv.OnVector(n, v); }
+inline void VisitValue(FieldVisitor& fv, const char* n, const GmXformMat3D& v) { fv.OnMatrix(n, v); }
+inline void VisitValue(FieldVisitor& fv, const char* n, const UtIofMovePoint& v) { fv.OnMovePoint(n, v); }
+inline void VisitValue(FieldVisitor& fv, const char* n, const UtAxisMotionMap& v) { fv.OnAxisMotionMap(n, v); }
+inline void VisitValue(FieldVisitor& fv, const char* n, const UtIOFAttribMap& v) { fv.OnAttributes(n, v); }
+inline void VisitValue(FieldVisitor& fv, const char* n, const Quarp::UtSArrayEx<Quarp::DbId>& v) {
+  fv.OnIds(n, std::span<const Quarp::DbId>(v.GetData(), static_cast<std::size_t>(v.GetSize())));
+}
+inline void VisitValue(FieldVisitor& fv, const char* n, const Quarp::UtArrayEx<unsigned char>& v) {
+  fv.OnBytes(n, std::span<const std::uint8_t>(v.GetData(), static_cast<std::size_t>(v.GetSize())));
+}
+template <class T>
+  requires(std::is_integral_v<T> || std::is_enum_v<T>) && (!std::is_same_v<T, bool>)
+void VisitValue(FieldVisitor& fv, const char* n, T v) {
+  if constexpr (std::is_enum_v<T>) {
+    fv.OnInt(n, static_cast<std::int64_t>(v));
+  } else if constexpr (std::is_signed_v<T>) {
+    fv.OnInt(n, v);
+  } else {
+    fv.OnUInt(n, v);
+  }
+}
+
+inline bool Holds(const Field::Info& info, unsigned version) { return info.since <= version && version <= info.until; }
+
+struct StoreField {
+  Quarp::UtArchive& ar;
+  template <class T>
+  void operator()(const Field::Info& info, const char*, const T& v) const {
+    if ((info.flags & Field::kArchived) && info.until == Field::kLatest) StoreValue(ar, v);
+  }
+  template <class T>
+  void operator()(const Field::Info&, const char*, Field::Discard<T>) const {}
+};
+
+struct LoadField {
+  Quarp::UtArchive& ar;
+  unsigned version;
+  template <class T>
+  void operator()(const Field::Info& info, const char*, T& v) const {
+    if ((info.flags & Field::kArchived) && Holds(info, version)) LoadValue(ar, v);
+  }
+  template <class T>
+  void operator()(const Field::Info& info, const char*, Field::Discard<T>) const {
+    if (Holds(info, version)) {
+      T dropped{};
+      LoadValue(ar, dropped);
+    }
+  }
+};
+
+struct CopyField {
+  template <class T>
+  void operator()(const Field::Info& info, const char*, T& to, const T& from) const {
+    if (info.flags & Field::kCopied) to = from;
+  }
+  template <class T>
+  void operator()(const Field::Info&, const char*, Field::Discard<T>) const {}
+};
+
+struct VisitField {
+  FieldVisitor& fv;
+  template <class T>
+  void operator()(const Field::Info& info, const char* name, const T& v) const {
+    if (info.flags & Field::kVisited) VisitValue(fv, name, v);
+  }
+  template <class T>
+  void operator()(const Field::Info&, const char*, Field::Discard<T>) const {}
+};
+
+// --- the generated members ------------------------------------------------------------
+
+template <class C>
+struct RecordOps {
+  using Base = typename C::BaseClass;
+
+  static const Quarp::UtString& GetClass(const char* qualified) {
+    static const Quarp::UtString name = TrimClassName(qualified);
+    return name;
+  }
+  static bool ContainsType(const C& self, const Quarp::UtMask& mask, bool withBases) {
+    if (mask.IsSet(self.C::GetTypeIdx())) return true;  // this level's index, not the most derived
+    return withBases && self.Base::ContainsType(mask, true);
+  }
+  static bool ContainsType(const C& self, std::uint64_t code) {
+    return code == C::kTypeCode || self.Base::ContainsType(code);
+  }
+
+  // The version exchange, the base class, then the class's own fields. A stored version
+  // newer than the class's throws the version error after the base part was read.
+  static void Serialize(C& self, Quarp::UtArchive& ar) {
+    const unsigned version = Quarp::UtSerializeVersion(ar, C::kVersion);
+    self.Base::Serialize(ar);
+    if (ar.IsStoring()) {
+      C::Fields(StoreField{ar}, self);
+      return;
+    }
+    Quarp::UtCheckVersion(version, C::kVersion, C::kClassName);
+    C::Fields(LoadField{ar, version}, self);
+    // A class may finish a load in an OnLoaded(version) of its own; an inherited one
+    // (whose member pointer names the base class) ran at its own level already.
+    if constexpr (requires { &C::OnLoaded; }) {
+      if constexpr (std::is_same_v<decltype(&C::OnLoaded), void (C::*)(unsigned)>) self.OnLoaded(version);
+    }
+  }
+  static void Copy(C& self, const Quarp::DbBase& source, Quarp::DbCloneMode mode, Quarp::UtIdXRef* xref) {
+    self.Base::Copy(source, mode, xref);
+    if (&source == &self || !source.ContainsType(C::kTypeCode)) return;
+    C::Fields(CopyField{}, self, static_cast<const C&>(source));
+  }
+  static void Visit(const C& self, FieldVisitor& fv) {
+    self.Base::VisitFields(fv);
+    C::Fields(VisitField{fv}, self);
+  }
+
+  static bool Construct(Quarp::DbPtr<C>& ptr, Quarp::DbMgr* /*mgr*/) {
+    C* made = new (std::nothrow) C();
+    if (!made) return false;
+    ptr.AttachEnt(made);
+    return true;
+  }
+  static Quarp::DbPtr<C> MakeNew(Quarp::DbMgr* mgr) {
+    Quarp::DbPtr<C> ptr(mgr);
+    if (!C::Construct(ptr, mgr)) ptr.SetErr(Quarp::DbErr::ConstructFailed);
+    return ptr;
+  }
+  // A new default record attached to a pointer of `mgr` and added there, then a copy of
+  // `self` through the virtual Copy. Error 16 when the record cannot be attached.
+  static Quarp::DbBase* Clone(const C& self, Quarp::DbCloneMode mode, Quarp::DbMgr* mgr, Quarp::UtIdXRef* xref,
+                              Quarp::DbErr& err) {
+    Quarp::DbPtr<C> ptr(mgr);
+    C::Construct(ptr, mgr);
+    if (ptr.IsNull() || !mgr || mgr->Add(ptr).IsNull()) {
+      ptr.SetErr(Quarp::DbErr::AttachFailed);
+      err = Quarp::DbErr::AttachFailed;
+      return nullptr;
+    }
+    C* made = ptr.Get();
+    made->Copy(self, mode, xref);
+    if (xref) xref->Add(self.GetId(), made->GetId());
+    err = Quarp::DbErr::Ok;
+    return made;
+  }
+};
+
+}  // namespace IOF::Detail
+
+// --- implementation macros -------------------------------------------------------------
+
+// The type answers of IOF_ABSTRACT_RECORD and IOF_RECORD.
+#define IOF_IMPLEMENT_RECORD_TYPE(Class)                                                                  \
+  std::atomic<int> Class::s_TypeIdx{-1};                                                                  \
+  const Quarp::UtString& Class::GetClass() const {                                                        \
+    return ::IOF::Detail::RecordOps<Class>::GetClass("IOF::" #Class "::GetClass");                        \
+  }                                                                                                       \
+  std::uint64_t Class::GetType() const { return kTypeCode; }                                              \
+  int Class::GetTypeIdx() const { return ::IOF::CachedTypeIdx(s_TypeIdx, kTypeCode); }                    \
+  bool Class::ContainsType(const Quarp::UtMask& mask, bool withBases) const {                             \
+    return ::IOF::Detail::RecordOps<Class>::ContainsType(*this, mask, withBases);                         \
+  }                                                                                                       \
+  bool Class::ContainsType(std::uint64_t code) const {                                                    \
+    return ::IOF::Detail::RecordOps<Class>::ContainsType(*this, code);                                    \
+  }                                                                                                       \
+  int Class::GetSubclassLevel(int n) const { return BaseClass::GetSubclassLevel(n + 1); }
+
+// Serialize, Copy and VisitFields from the class's field list.
+#define IOF_IMPLEMENT_FIELD_OPS(Class)                                                                    \
+  void Class::Serialize(Quarp::UtArchive& ar) { ::IOF::Detail::RecordOps<Class>::Serialize(*this, ar); }  \
+  void Class::Copy(const Quarp::DbBase& source, Quarp::DbCloneMode mode, Quarp::UtIdXRef* xref) {         \
+    ::IOF::Detail::RecordOps<Class>::Copy(*this, source, mode, xref);                                     \
+  }                                                                                                       \
+  void Class::VisitFields(::IOF::FieldVisitor& visitor) const {                                           \
+    ::IOF::Detail::RecordOps<Class>::Visit(*this, visitor);                                               \
+  }
+
+// Registration, Construct, MakeNew and Clone of a concrete record.
+#define IOF_IMPLEMENT_RECORD_CREATION(Class)                                                              \
+  IOF_IMPLEMENT_SERIAL(Class)                                                                             \
+  bool Class::Construct(Quarp::DbPtr<Class>& ptr, Quarp::DbMgr* mgr) {                                    \
+    return ::IOF::Detail::RecordOps<Class>::Construct(ptr, mgr);                                          \
+  }                                                                                                       \
+  Quarp::DbPtr<Class> Class::MakeNew(Quarp::DbMgr* mgr) { return ::IOF::Detail::RecordOps<Class>::MakeNew(mgr); } \
+  Quarp::DbBase* Class::Clone(Quarp::DbCloneMode mode, Quarp::DbMgr* mgr, Quarp::UtIdXRef* xref,          \
+                              Quarp::DbErr& err) const {                                                  \
+    return ::IOF::Detail::RecordOps<Class>::Clone(*this, mode, mgr, xref, err);                           \
+  }
+
+// Everything of an abstract level / a concrete record whose archive is its field list.
+#define IOF_IMPLEMENT_ABSTRACT_RECORD(Class) \
+  IOF_IMPLEMENT_RECORD_TYPE(Class)           \
+  IOF_IMPLEMENT_FIELD_OPS(Class)
+#define IOF_IMPLEMENT_RECORD(Class)   \
+  IOF_IMPLEMENT_RECORD_TYPE(Class)    \
+  IOF_IMPLEMENT_RECORD_CREATION(Class) \
+  IOF_IMPLEMENT_FIELD_OPS(Class)
