@@ -1,5 +1,6 @@
 // The arc moves: the planar arc's dump and plane texts, the 3-D arc's computed points
 // and flags, archive bytes, version errors, round trips and the comparison chains.
+#include "CompareOrderSupport.h"
 #include "RecordingVisitor.h"
 #include "TestSupport.h"
 
@@ -11,11 +12,11 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <numbers>
 
 using namespace IOF;
 using TestSupport::Bytes;
+using TestSupport::ExpectReportOrder;
 using TestSupport::Hex;
 using TestSupport::ToHex;
 
@@ -109,31 +110,6 @@ TEST(DbIOFNciArc, ArchiveBytes) {
   EXPECT_FALSE(back->IsHelical());
   EXPECT_EQ(back->GetRadius(), 1.0);
   EXPECT_EQ(back->GetEndAngle(), 90.0);
-}
-
-// Each case makes one property of `r` differ (on) or agree (off) with a fresh arc.
-template <class R>
-struct Difference {
-  std::function<void(R&, bool)> set;
-  const wchar_t* line;
-};
-
-// Makes every property differ, then expects the differences to be reported one by one
-// in the listed order, each time removing the one just reported.
-template <class R>
-void ExpectReportOrder(const std::vector<Difference<R>>& order) {
-  auto a = R::Create();
-  auto b = R::Create();
-  for (const auto& d : order) d.set(*b, true);
-  for (const auto& d : order) {
-    CString report;
-    EXPECT_FALSE(a->Compare(b, report));
-    EXPECT_EQ(report, CString(d.line));
-    d.set(*b, false);
-  }
-  CString report;
-  EXPECT_TRUE(a->Compare(b, report)) << report.ToUtf8();
-  EXPECT_TRUE(report.IsEmpty());
 }
 
 TEST(DbIOFNciArc, ComparisonOrder) {

@@ -1,0 +1,44 @@
+// Pins the order in which a record's Compare reports its properties.
+//
+//   ExpectReportOrder<DbIOFNciArc>({
+//       {[](DbIOFNciArc& r, bool on) { r.SetRadius(on ? 2.5 : 0); }, L"Difference Detected: m_Radius - 0 vs 2.5\n"},
+//       ...});
+//
+// Every listed property is made to differ on the second of two fresh records; then the
+// differences must be reported one per comparison, in the listed order, each removed
+// after it was reported, until the two compare equal.
+#pragma once
+
+#include <afx/CString.h>
+#include <quarp/DbPtr.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <vector>
+
+namespace TestSupport {
+
+template <class R>
+struct Difference {
+  std::function<void(R&, bool)> set;  // make the property differ (true) or agree (false)
+  const wchar_t* line;                // the line reported for it
+};
+
+template <class R>
+void ExpectReportOrder(const std::vector<Difference<R>>& order) {
+  auto a = R::Create();
+  auto b = R::Create();
+  for (const auto& d : order) d.set(*b, true);
+  for (const auto& d : order) {
+    CString report;
+    EXPECT_FALSE(a->Compare(b, report));
+    EXPECT_EQ(report, CString(d.line));
+    d.set(*b, false);
+  }
+  CString report;
+  EXPECT_TRUE(a->Compare(b, report)) << report.ToUtf8();
+  EXPECT_TRUE(report.IsEmpty());
+}
+
+}  // namespace TestSupport
