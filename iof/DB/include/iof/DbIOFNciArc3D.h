@@ -7,8 +7,8 @@
 //   auto arc = IOF::DbIOFNciArc3D::Create();
 //   arc->SetCenterPoint(IOF::GmPoint3D(0, 0, 0));
 //   arc->SetRadius(10);
-//   arc->SetSweepAngle(-2 * M_PI);  // one full clockwise turn
-//   arc->SetHelicalPitch(5);        // ... rising 5 along Z
+//   arc->SetSweepAngle(-2 * std::numbers::pi);  // one full clockwise turn
+//   arc->SetHelicalPitch(5);                    // ... rising 5 along Z
 //
 // Archive (version 0), after DbIOFNciBaseMove: m_ArcCSDbId (8 raw bytes),
 // m_CenterPoint (point), m_Radius, m_StartAngle, m_SweepAngle, m_HelicalPitch,
