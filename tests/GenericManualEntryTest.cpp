@@ -45,9 +45,6 @@ TEST(DbIOFNciManualEntry, Texts) {
     entry->SetReadOnlyWhenPosting(c.readOnly);
     EXPECT_EQ(entry->ToIOFString(), c.text);
   }
-  auto entry = DbIOFNciManualEntry::Create();
-  entry->SetGCode(1006);
-  EXPECT_EQ(entry->ToIOFString(), L"G1006  - OutAs: Comment, Include With Move: No, Read Only When Posting: No");
 }
 
 TEST(DbIOFNciGeneric, TextAndDefaults) {
