@@ -1,0 +1,316 @@
+// The document and its streams: stream lookup rules, the de-duplicating adders, old
+// layouts, comparison and texts.
+#include "RecordingVisitor.h"
+#include "TestSupport.h"
+
+#include <iof/DbIOFDocument.h>
+#include <iof/DbIOFList.h>
+#include <iof/DbIOFNciPlane.h>
+#include <iof/DbIOFNciToolChange.h>
+#include <iof/DbIOFStream.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+using namespace IOF;
+using Quarp::DbId;
+using TestSupport::Bytes;
+using TestSupport::Hex;
+using TestSupport::ToHex;
+
+namespace {
+
+// A record base (its version, an empty name, no attributes, no sub-lists).
+const std::string kEmptyBase = "00  00 00 00 00  00 00 00 00 00  00";
+
+TEST(DbIOFDocument, ANewDocument) {
+  auto doc = DbIOFDocument::Create();
+  EXPECT_TRUE(doc->GetIsMetric());
+  EXPECT_EQ(doc->GetNumberStreams(), 0);
+  EXPECT_FALSE(doc->GetUseTCPForSimulationByDefault());
+  EXPECT_EQ(doc->ToIOFString(), L"IOF Document Object fname: , ncName , isMetric 1");
+  doc->SetFileName(CString(L"part.mcam"));
+  doc->SetNcFilename(CString(L"part.nc"));
+  doc->SetIsMetric(false);
+  EXPECT_EQ(doc->ToIOFString(), L"IOF Document Object fname: part.mcam, ncName part.nc, isMetric 0");
+  // In no manager, no stream can be made.
+  EXPECT_TRUE(doc->AddStreamToList(1).IsNull());
+  EXPECT_EQ(doc->GetNumberStreams(), 0);
+  EXPECT_TRUE(doc->GetStreamById(1).IsNull());
+}
+
+TEST(DbIOFDocument, AddStreamToListMakesOneStreamPerNumber) {
+  Quarp::DbMgr mgr;
+  auto doc = DbIOFDocument::Create(&mgr);
+  mgr.Add(doc);
+  const DbId first = doc->AddStreamToList(1);
+  ASSERT_FALSE(first.IsNull());
+  EXPECT_EQ(doc->AddStreamToList(1), first);
+  EXPECT_EQ(doc->GetNumberStreams(), 1);
+  Quarp::DbCPtr<DbIOFStream> stream;
+  ASSERT_TRUE(mgr.Get(stream, first, 0));
+  EXPECT_EQ(stream->GetStreamId(), 1);
+  EXPECT_EQ(stream->GetIOFName(), L"Stream Object");
+  EXPECT_EQ(stream->GetListType(), DbIOFList::kStream);
+  const DbId second = doc->AddStreamToList(2);
+  EXPECT_NE(second, first);
+  EXPECT_EQ(doc->GetStreamByIndex(0), first);
+  EXPECT_EQ(doc->GetStreamByIndex(1), second);
+  EXPECT_TRUE(doc->GetStreamByIndex(-1).IsNull());
+  EXPECT_TRUE(doc->GetStreamByIndex(doc->GetNumberStreams()).IsNull());
+}
+
+TEST(DbIOFDocument, StreamLookupRules) {
+  Quarp::DbMgr mgr;
+  auto doc = DbIOFDocument::Create();
+  mgr.Add(doc);
+  auto add = [&](int number) {
+    auto s = DbIOFStream::Create(number);
+    const DbId id = mgr.Add(s);
+    doc->GetStreams().Add(id);
+    return id;
+  };
+  const DbId twoA = add(2);
+  const DbId twoB = add(2);
+  EXPECT_NE(twoA, twoB);
+  EXPECT_EQ(doc->GetStreamById(2), twoA);  // the earliest stream with the number wins
+  const DbId gone = add(7);
+  const DbId three = add(3);
+  mgr.Remove(gone);
+  // The walk runs from the last id backwards and ends at an id that does not resolve.
+  EXPECT_EQ(doc->GetStreamById(3), three);
+  EXPECT_TRUE(doc->GetStreamById(2).IsNull());
+  // A record of another class also ends it.
+  auto list = DbIOFList::Create(DbIOFList::kStream);
+  doc->GetStreams().Add(mgr.Add(list));
+  EXPECT_TRUE(doc->GetStreamById(3).IsNull());
+}
+
+TEST(DbIOFDocument, ArchiveBytesAndTheVersion0Reader) {
+  auto doc = DbIOFDocument::Create();
+  doc->GetStreams().Add(DbId(2));
+  doc->SetFileName(CString(L"A"));
+  doc->SetJobSetupID(DbId(5));
+  doc->SetMachineInfoID(DbId(6));
+  doc->SetUseTCPForSimulationByDefault(true);
+  const Bytes bytes = TestSupport::Store(*doc);
+  EXPECT_EQ(ToHex(bytes), ToHex(Hex("01" + kEmptyBase +
+                                    "01 02"                    // stream ids: one, id 2
+                                    "01"                       // m_IsMetric
+                                    "01 00 00 00 41 00"        // m_FileName
+                                    "00 00 00 00"              // m_NcFilename
+                                    "05 00 00 00 00 00 00 00"  // job setup id
+                                    "06 00 00 00 00 00 00 00"  // machine info id
+                                    "01")));                   // m_UseTCPForSimulationByDefault
+  auto back = DbIOFDocument::Create();
+  ASSERT_TRUE(TestSupport::LoadAll(*back, bytes));
+  EXPECT_EQ(back->GetJobSetupID(), DbId(5));
+  EXPECT_TRUE(back->GetUseTCPForSimulationByDefault());
+
+  Bytes v0(bytes.begin(), bytes.end() - 1);
+  v0[0] = 0;
+  auto old = DbIOFDocument::Create();
+  ASSERT_TRUE(TestSupport::LoadAll(*old, v0));
+  EXPECT_FALSE(old->GetUseTCPForSimulationByDefault());
+  EXPECT_EQ(old->GetMachineInfoID(), DbId(6));
+  Bytes v2 = bytes;
+  v2[0] = 2;
+  EXPECT_EQ(TestSupport::LoadCause(*old, v2), 2);
+}
+
+TEST(DbIOFDocument, CompareAndCopy) {
+  auto a = DbIOFDocument::Create();
+  auto b = DbIOFDocument::Create();
+  b->SetJobSetupID(DbId(9));
+  b->SetMachineInfoID(DbId(8));
+  CString report;
+  EXPECT_TRUE(a->Compare(b, report));  // the job setup and machine info ids are not compared
+  b->GetStreams().Add(DbId(4));
+  EXPECT_FALSE(a->Compare(b, report));
+  EXPECT_EQ(report, L"Difference Detected: TotalStreams - 0 vs 1\n");
+  b->SetIsMetric(false);
+  report.Empty();
+  EXPECT_FALSE(a->Compare(b, report));
+  EXPECT_EQ(report, L"Difference Detected: m_IsMetric - true vs false\n");
+  report.Empty();
+  EXPECT_FALSE(a->Compare(DbIOFList::Create(0), report));
+  EXPECT_EQ(report, L"Incompatible types.\n");
+
+  a->SetJobSetupID(DbId(1));
+  a->GetStreams().Add(DbId(77));
+  a->Copy(*b, Quarp::DbCloneMode::Normal, nullptr);
+  EXPECT_EQ(a->GetJobSetupID(), DbId(1));  // not copied: intended
+  EXPECT_EQ(a->GetMachineInfoID(), DbId(8));
+  EXPECT_EQ(a->GetStreams(), b->GetStreams());
+  EXPECT_FALSE(a->GetIsMetric());
+}
+
+Quarp::DbPtr<DbIOFNciToolChange> Tool(int slot, int type, int num, int station, int lengthOffset, int diaOffset) {
+  auto tc = DbIOFNciToolChange::Create();
+  tc->SetToolSlotId(slot);
+  tc->SetToolType(static_cast<std::int16_t>(type));
+  tc->SetToolNum(num);
+  tc->SetToolStation(station);
+  tc->SetLengthOffsetNum(lengthOffset);
+  tc->SetDiaOffsetNum(diaOffset);
+  return tc;
+}
+
+TEST(DbIOFStream, AddToolChangeReusesEqualToolSetUps) {
+  Quarp::DbMgr mgr;
+  auto stream = DbIOFStream::Create(1);
+  mgr.Add(stream);
+  bool added = false;
+  auto t1 = Tool(1, 2, 3, 4, 10, 20);
+  const DbId first = stream->AddToolChange(t1, added, true, true);
+  EXPECT_TRUE(added);
+  EXPECT_EQ(stream->GetFirstToolChgId(), first);
+  EXPECT_EQ(stream->GetLastToolChgId(), first);
+
+  auto t2 = Tool(5, 2, 3, 4, 10, 20);  // another slot
+  const DbId second = stream->AddToolChange(t2, added, true, true);
+  EXPECT_TRUE(added);
+  EXPECT_EQ(stream->GetLastToolChgId(), second);
+
+  auto again = Tool(1, 2, 3, 4, 10, 20);
+  added = true;
+  EXPECT_EQ(stream->AddToolChange(again, added, true, true), first);
+  EXPECT_FALSE(added);
+  EXPECT_TRUE(again->GetDbMgr() == nullptr);  // the given record is not added
+  EXPECT_EQ(stream->GetFirstToolChgId(), first);
+  EXPECT_EQ(stream->GetLastToolChgId(), first);  // the matched id becomes the last
+
+  // Offsets take part only when asked.
+  auto otherLength = Tool(1, 2, 3, 4, 11, 20);
+  EXPECT_EQ(stream->AddToolChange(otherLength, added, true, false), first);
+  EXPECT_FALSE(added);
+  EXPECT_NE(stream->AddToolChange(otherLength, added, true, true), first);
+  EXPECT_TRUE(added);
+  auto otherDia = Tool(1, 2, 3, 4, 10, 21);
+  EXPECT_EQ(stream->AddToolChange(otherDia, added, false, true), first);
+  EXPECT_EQ(stream->GetToolChangeList().GetSize(), 3);
+
+  // Registered ids that no longer resolve are skipped.
+  mgr.Remove(first);
+  auto replacement = Tool(1, 2, 3, 4, 10, 20);
+  const DbId fresh = stream->AddToolChange(replacement, added, true, true);
+  EXPECT_TRUE(added);
+  EXPECT_NE(fresh, first);
+  EXPECT_EQ(stream->GetFirstToolChgId(), first);  // the first stays as it was
+
+  auto outside = DbIOFStream::Create(2);
+  auto t3 = Tool(1, 1, 1, 1, 1, 1);
+  EXPECT_TRUE(outside->AddToolChange(t3, added, true, true).IsNull());
+  EXPECT_FALSE(added);
+}
+
+TEST(DbIOFStream, AddPlaneReusesEqualPlanes) {
+  Quarp::DbMgr mgr;
+  auto stream = DbIOFStream::Create(1);
+  mgr.Add(stream);
+  const GmXformMat3D top = GmXformMat3D::Translate(0, 0, 5);
+  const DbId p1 = stream->AddPlane(top, 54, false, 1e-6);  // an empty register: created
+  ASSERT_FALSE(p1.IsNull());
+  Quarp::DbCPtr<DbIOFNciPlane> plane;
+  ASSERT_TRUE(mgr.Get(plane, p1, 0));
+  EXPECT_EQ(plane->GetWorkOffsetNum(), 54);
+  GmXformMat3D stored;
+  plane->GetMatrix(stored);
+  EXPECT_TRUE(stored.IsSame(top, 0, 0));
+
+  EXPECT_EQ(stream->AddPlane(top, 54, false, 1e-6), p1);
+  EXPECT_NE(stream->AddPlane(top, 55, false, 1e-6), p1);  // another work offset: distinct
+  EXPECT_NE(stream->AddPlane(top, 54, true, 1e-6), p1);   // forceNew always creates
+  EXPECT_EQ(stream->GetToolPlaneList().GetSize(), 3);
+
+  // Within the angle tolerance the first plane is reused; beyond it a new one is made.
+  GmXformMat3D tilted = top;
+  tilted.RotYThis(0.001);
+  EXPECT_EQ(stream->AddPlane(tilted, 54, false, 0.002), p1);
+  EXPECT_NE(stream->AddPlane(tilted, 54, false, 0.0005), p1);
+  EXPECT_TRUE(stream->GetFirstToolChgId().IsNull());
+  EXPECT_TRUE(stream->GetLastToolChgId().IsNull());
+  EXPECT_TRUE(DbIOFStream::Create(3)->AddPlane(top, 1, false, 0).IsNull());
+}
+
+TEST(DbIOFStream, ArchiveBytesAndOldLayouts) {
+  auto stream = DbIOFStream::Create(3);
+  stream->SetAxisCombinationDefined(true);
+  stream->GetToolChangeList().Add(DbId(7));
+  stream->SetFirstToolChgId(DbId(7));
+  stream->SetLastToolChgId(DbId(7));
+  stream->GetLatheCannedTurnIdList().Add(DbId(9));
+  stream->SetNCOutputFile(CString(L"N"));
+  stream->PushBack(DbId(7));
+  const Bytes bytes = TestSupport::Store(*stream);
+  const std::string list = "00" + kEmptyBase + "01 00 00 00 01 00 00 00 07 00 00 00 00 00 00 00";
+  const std::string tail =
+      "01 00 00 00 4E 00"         // m_NCOutputFile
+      "00 00 00 00 00 00 00 00";  // m_DefaultReferenceReturnPositionId
+  EXPECT_EQ(ToHex(bytes), ToHex(Hex("01" + list +
+                                    "03 00 00 00"                                     // m_StreamId
+                                    "01"                                              // m_AxisCombinationDefined
+                                    "01 07"                                           // tool changes
+                                    "07 00 00 00 00 00 00 00 07 00 00 00 00 00 00 00"  // first, last
+                                    "00"                                              // tool planes
+                                    "01 09" +                                         // lathe canned turns
+                                    tail)));
+  // Version 0 held one more id list before the lathe canned turns; it is dropped.
+  const Bytes v0 = Hex("00" + list + "03 00 00 00 01 01 07 07 00 00 00 00 00 00 00 07 00 00 00 00 00 00 00 00" +
+                       "02 0B 0C" + "01 09" + tail);
+  auto old = DbIOFStream::Create(0);
+  ASSERT_TRUE(TestSupport::LoadAll(*old, v0));
+  EXPECT_EQ(old->GetStreamId(), 3);
+  ASSERT_EQ(old->GetLatheCannedTurnIdList().GetSize(), 1);
+  EXPECT_EQ(old->GetLatheCannedTurnIdList()[0], DbId(9));
+  EXPECT_EQ(old->GetNCOutputFile(), L"N");
+  EXPECT_EQ(old->Size(), 1);
+  Bytes v2 = bytes;
+  v2[0] = 2;
+  std::size_t stopped = 0;
+  EXPECT_EQ(TestSupport::LoadCause(*old, v2, &stopped), 2);
+  EXPECT_EQ(stopped, 1 + 12 + 16u);  // after the list part
+}
+
+TEST(DbIOFStream, ComparesRegisterSizesNotContents) {
+  auto a = DbIOFStream::Create(1);
+  auto b = DbIOFStream::Create(1);
+  a->GetToolChangeList().Add(DbId(1));
+  b->GetToolChangeList().Add(DbId(2));
+  CString report;
+  EXPECT_TRUE(a->Compare(b, report)) << report;
+  b->GetLatheCannedTurnIdList().Add(DbId(3));
+  EXPECT_FALSE(a->Compare(b, report));
+  EXPECT_EQ(report, L"Difference Detected: NumSubPrograms - 0 vs 1\n");
+  b->GetToolPlaneList().Add(DbId(3));
+  report.Empty();
+  EXPECT_FALSE(a->Compare(b, report));
+  EXPECT_EQ(report, L"Difference Detected: NumToolPlanes - 0 vs 1\n");
+  auto c = DbIOFStream::Create(2);
+  report.Empty();
+  EXPECT_FALSE(a->Compare(c, report));
+  EXPECT_EQ(report, L"Difference Detected: m_StreamId - 1 vs 2\n");
+  report.Empty();
+  EXPECT_FALSE(a->Compare(DbIOFList::Create(DbIOFList::kStream), report));
+  EXPECT_EQ(report, L"Incompatible types.\n");
+}
+
+TEST(DbIOFStream, TextAndTypeAnswers) {
+  auto stream = DbIOFStream::Create(5);
+  stream->SetIOFName(CString(L"Main"));
+  stream->SetFirstToolChgId(DbId(0x100000003ull));
+  stream->SetLastToolChgId(DbId(4));
+  EXPECT_EQ(stream->ToIOFString(), L"IOF Stream Object: id=5, Name = Main, 1stToolChg=3, lastToolChg=4\n");
+  EXPECT_EQ(stream->GetSubclassLevel(0), 4);
+  EXPECT_TRUE(stream->ContainsType(0x5110));
+  EXPECT_EQ(stream->GetClass(), L"DbIOFStream");
+  TestSupport::RecordingVisitor v;
+  stream->VisitFields(v);
+  ASSERT_GE(v.fields.size(), 14u);
+  EXPECT_EQ(v.fields[3], "m_ListType=1");
+  EXPECT_EQ(v.fields[5], "m_StreamId=5");
+  EXPECT_EQ(v.fields.back(), "m_DefaultReferenceReturnPositionId=#0");
+}
+
+}  // namespace

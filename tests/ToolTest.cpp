@@ -1,0 +1,211 @@
+// The iof tool, through the built binary: the demo, the dumps, the statistics, and the
+// exit codes and messages of every kind of failure.
+#include "TestSupport.h"
+
+#include <quarp/DbMgr.h>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <cstdio>
+#include <fstream>
+#include <algorithm>
+#include <map>
+#include <sstream>
+#include <string>
+#include <sys/wait.h>
+
+namespace {
+
+struct ToolRun {
+  int code;
+  std::string out;
+  std::string err;
+};
+
+std::string Slurp(const std::string& path) {
+  std::ifstream f(path, std::ios::binary);
+  std::stringstream s;
+  s << f.rdbuf();
+  return s.str();
+}
+
+// Runs the tool with `args` (already quoted as needed) and collects its output.
+ToolRun Tool(const std::string& args) {
+  const std::string out = TestSupport::TempPath("stdout.txt");
+  const std::string err = TestSupport::TempPath("stderr.txt");
+  const std::string cmd = std::string("'") + IOF_TOOL_PATH + "' " + args + " >'" + out + "' 2>'" + err + "'";
+  const int status = std::system(cmd.c_str());
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Slurp(out), Slurp(err)};
+}
+
+std::string Demo() {
+  const std::string file = TestSupport::TempPath("demo.iof");
+  const ToolRun r = Tool("demo -o '" + file + "'");
+  EXPECT_EQ(r.code, 0) << r.err;
+  EXPECT_NE(r.out.find("wrote " + file), std::string::npos) << r.out;
+  return file;
+}
+
+// The "  DbIOFNciLinear     12" lines that follow the line starting with `after`.
+std::map<std::string, int> Counts(const std::string& text, const std::string& after) {
+  std::map<std::string, int> counts;
+  const auto at = text.find(after);
+  if (at == std::string::npos) return counts;
+  std::istringstream in(text.substr(at));
+  std::string line;
+  std::getline(in, line);
+  while (std::getline(in, line) && line.rfind("  ", 0) == 0 && line[2] != ' ') {
+    std::istringstream row(line);
+    std::string cls;
+    int n = -1;
+    if (!(row >> cls >> n)) break;
+    counts[cls] = n;
+  }
+  return counts;
+}
+
+std::vector<std::string> Lines(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) lines.push_back(line);
+  return lines;
+}
+
+std::size_t Indent(const std::string& line) { return line.find_first_not_of(' '); }
+
+TEST(Tool, DemoAndStatsAgreeWithTheFile) {
+  const std::string file = Demo();
+  const ToolRun demo = Tool("demo -o '" + file + "'");
+  const auto written = Counts(demo.out, "records by class:");
+  ASSERT_FALSE(written.empty()) << demo.out;
+
+  // What the library finds in the file.
+  Quarp::DbMgr mgr;
+  ASSERT_EQ(mgr.Read(Quarp::UtString(file.c_str()), true), Quarp::DbErr::Ok) << mgr.GetLastErrorText();
+  std::map<std::string, int> inFile;
+  Quarp::DbBaseCPtr any;
+  Quarp::DbId id;
+  while (mgr.GetNext(any, id, 0)) ++inFile[any->GetClass().ToUtf8()];
+  EXPECT_EQ(written, inFile);
+
+  const ToolRun stats = Tool("stats '" + file + "'");
+  ASSERT_EQ(stats.code, 0) << stats.err;
+  EXPECT_EQ(Counts(stats.out, "records:"), inFile) << stats.out;
+  EXPECT_NE(stats.out.find("records: " + std::to_string(mgr.GetCount())), std::string::npos) << stats.out;
+  EXPECT_NE(stats.out.find("stream 1 \"Main spindle\""), std::string::npos) << stats.out;
+  EXPECT_NE(stats.out.find("stream 2 \"Sub spindle\""), std::string::npos) << stats.out;
+  const auto time = stats.out.find("machining time ");
+  ASSERT_NE(time, std::string::npos);
+  EXPECT_GT(std::stod(stats.out.substr(time + 15)), 1.0) << stats.out;
+  EXPECT_TRUE(stats.err.empty()) << stats.err;
+}
+
+TEST(Tool, DumpWalksTheDocumentInProgramOrder) {
+  const std::string file = Demo();
+  const ToolRun r = Tool("dump '" + file + "'");
+  ASSERT_EQ(r.code, 0) << r.err;
+  std::istringstream in(r.out);
+  std::string first;
+  std::getline(in, first);
+  EXPECT_EQ(first.rfind("#1 DbIOFDocument: IOF Document Object fname: flange.mcam", 0), 0u) << first;
+  EXPECT_NE(r.out.find("\n  #2 DbIOFStream: IOF Stream Object: id=1, Name = Main spindle"), std::string::npos);
+  EXPECT_NE(r.out.find("DbIOFNciManualEntry: G1005 CHECK INSERT WEAR - OutAs: Comment"), std::string::npos);
+  // A motion sub-list is indented under its record, its block under the list.
+  const auto lines = Lines(r.out);
+  const auto arc = std::find_if(lines.begin(), lines.end(),
+                                [](const std::string& l) { return l.find(" DbIOFNciArc: G3") != std::string::npos; });
+  ASSERT_TRUE(arc != lines.end() && arc + 2 < lines.end()) << r.out;
+  EXPECT_EQ(Indent(arc[1]), Indent(arc[0]) + 2);
+  EXPECT_NE(arc[1].find("DbIOFList: MotionSubList - "), std::string::npos) << arc[1];
+  EXPECT_EQ(Indent(arc[2]), Indent(arc[0]) + 4);
+  EXPECT_NE(arc[2].find("DbIOFArcMotionBlock"), std::string::npos) << arc[2];
+
+  const ToolRun sub = Tool("dump '" + file + "' --stream 2");
+  ASSERT_EQ(sub.code, 0) << sub.err;
+  EXPECT_EQ(sub.out.find("Main spindle"), std::string::npos);
+  EXPECT_NE(sub.out.find("Sub spindle"), std::string::npos);
+  EXPECT_NE(sub.out.find("DbIOFDrillMotionBlock"), std::string::npos);
+
+  const ToolRun none = Tool("dump '" + file + "' --stream 9");
+  EXPECT_EQ(none.code, 1);
+  EXPECT_NE(none.err.find("no stream 9"), std::string::npos) << none.err;
+}
+
+TEST(Tool, JsonDumpParsesBack) {
+  const std::string file = Demo();
+  const ToolRun r = Tool("dump '" + file + "' --json");
+  ASSERT_EQ(r.code, 0) << r.err;
+  std::istringstream in(r.out);
+  std::string line;
+  int records = 0;
+  bool sawLinear = false;
+  bool sawPlane = false;
+  while (std::getline(in, line)) {
+    const auto j = nlohmann::json::parse(line);
+    ++records;
+    ASSERT_TRUE(j.contains("id") && j.contains("class") && j.contains("depth") && j.contains("fields")) << line;
+    const auto& fields = j["fields"];
+    EXPECT_TRUE(fields.contains("m_Name")) << line;
+    if (j["class"] == "DbIOFNciLinear") {
+      sawLinear = true;
+      ASSERT_TRUE(fields["m_EndPoint"].is_array());
+      EXPECT_EQ(fields["m_EndPoint"].size(), 3u);
+      EXPECT_TRUE(fields["m_FeedRate"].is_number());
+      EXPECT_GE(j["depth"].get<int>(), 3);
+    }
+    if (j["class"] == "DbIOFNciPlane") {
+      sawPlane = true;
+      EXPECT_EQ(fields["m_Matrix"].size(), 4u);
+      EXPECT_EQ(fields["m_Matrix"][0].size(), 4u);
+    }
+  }
+  EXPECT_TRUE(sawLinear);
+  EXPECT_TRUE(sawPlane);
+  EXPECT_GT(records, 50);
+}
+
+TEST(Tool, FailuresGiveOneLineAndTheRightExitCode) {
+  const std::string good = Demo();
+  const std::string missing = TestSupport::TempPath("missing.iof");
+  const std::string text = TestSupport::TempPath("notes.txt");
+  TestSupport::WriteFile(text, {'h', 'e', 'l', 'l', 'o', '\n'});
+  const std::string corrupt = TestSupport::TempPath("corrupt.iof");
+  auto bytes = TestSupport::ReadFile(good);
+  bytes[bytes.size() / 2] ^= 0x20;
+  TestSupport::WriteFile(corrupt, bytes);
+
+  struct Case {
+    std::string args;
+    int code;
+    std::string message;
+  };
+  const std::vector<Case> cases = {
+      {"dump '" + missing + "'", 1, "missing.iof"},
+      {"stats '" + missing + "'", 1, "No such file"},
+      {"dump '" + text + "'", 1, "not an IOF file"},
+      {"dump '" + corrupt + "'", 1, "checksum mismatch"},
+      {"stats '" + corrupt + "'", 1, "checksum mismatch"},
+      {"dump '" + TestSupport::TempPath("") + "'", 1, "directory"},
+      {"", 2, "subcommand"},
+      {"dump", 2, "file"},
+      {"frobnicate", 2, "frobnicate"},
+      {"dump '" + good + "' --stream x", 2, "--stream"},
+  };
+  for (const Case& c : cases) {
+    const ToolRun r = Tool(c.args);
+    EXPECT_EQ(r.code, c.code) << c.args << "\n" << r.err;
+    EXPECT_NE(r.err.find(c.message), std::string::npos) << c.args << ": " << r.err;
+    if (c.code == 1) {
+      EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << c.args << ": " << r.err;
+      EXPECT_EQ(r.err.rfind("iof: ", 0), 0u) << r.err;
+    }
+  }
+  for (const char* help : {"--help", "demo --help", "dump --help", "stats --help"}) {
+    const ToolRun r = Tool(help);
+    EXPECT_EQ(r.code, 0) << help;
+    EXPECT_NE(r.out.find("Usage"), std::string::npos) << help << ": " << r.out;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,31 @@
+// The tool's commands. Each returns the process exit code: 0 success, 1 a failure in
+// the data (a message on stderr says what), 2 a usage error.
+#pragma once
+
+#include <iosfwd>
+#include <optional>
+#include <string>
+
+namespace Quarp {
+class DbMgr;
+}
+
+namespace IofTool {
+
+enum ExitCode : int { kOk = 0, kDataError = 1, kUsageError = 2 };
+
+struct DumpOptions {
+  std::string file;
+  std::optional<int> stream;
+  bool json = false;
+};
+
+int RunDemo(const std::string& outFile, std::ostream& out);
+int RunDump(const DumpOptions& options, std::ostream& out);
+int RunStats(const std::string& file, std::ostream& out);
+
+// Loads `file` into `mgr` read-only; on failure writes one line to stderr and returns
+// false.
+bool LoadFile(const std::string& file, Quarp::DbMgr& mgr);
+
+}  // namespace IofTool

@@ -1,0 +1,66 @@
+// iof: write a demonstration job, dump a file as text or JSON, show statistics.
+//
+//   iof demo [-o FILE]
+//   iof dump FILE [--stream N] [--json]
+//   iof stats FILE
+//
+// Exit codes: 0 success, 1 a failure in the data (one line on stderr says what),
+// 2 a usage error.
+#include "Commands.h"
+
+#include <CLI/CLI.hpp>
+
+#include <exception>
+#include <string>
+#include <iostream>
+
+int main(int argc, char** argv) {
+  CLI::App app{"iof: inspect and produce IOF database files"};
+  app.require_subcommand(1);
+
+  std::string demoOut = "demo.iof";
+  auto* demo = app.add_subcommand("demo", "Write a demonstration job and print a summary of it");
+  demo->add_option("-o,--output", demoOut, "File to write")->capture_default_str();
+
+  IofTool::DumpOptions dumpOptions;
+  auto* dump = app.add_subcommand("dump", "Print every record in program order, one line each");
+  dump->add_option("file", dumpOptions.file, "IOF file")->required();
+  dump->add_option("--stream", dumpOptions.stream, "Only the stream with this number");
+  dump->add_flag("--json", dumpOptions.json, "JSON Lines: id, class, depth and fields of each record");
+
+  std::string statsFile;
+  auto* stats = app.add_subcommand("stats", "Record counts, machining time, file size and load time");
+  stats->add_option("file", statsFile, "IOF file")->required();
+
+  // CLI11 would only say that a command is missing; name the word it did not know.
+  if (argc > 1 && argv[1][0] != '-') {
+    const std::string word = argv[1];
+    if (word != "demo" && word != "dump" && word != "stats") {
+      std::cerr << "iof: unknown command '" << word << "' (commands: demo, dump, stats; see iof --help)\n";
+      return IofTool::kUsageError;
+    }
+  }
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::CallForHelp& e) {
+    return app.exit(e);
+  } catch (const CLI::CallForAllHelp& e) {
+    return app.exit(e);
+  } catch (const CLI::ParseError& e) {
+    app.exit(e);
+    return IofTool::kUsageError;
+  }
+
+  try {
+    if (*demo) return IofTool::RunDemo(demoOut, std::cout);
+    if (*dump) return IofTool::RunDump(dumpOptions, std::cout);
+    if (*stats) return IofTool::RunStats(statsFile, std::cout);
+  } catch (const std::exception& e) {
+    std::cerr << "iof: " << e.what() << "\n";
+    return IofTool::kDataError;
+  } catch (...) {
+    std::cerr << "iof: unexpected failure\n";
+    return IofTool::kDataError;
+  }
+  return IofTool::kUsageError;
+}
