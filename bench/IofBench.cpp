@@ -424,15 +424,15 @@ std::string Verdict(double value, double limit, bool atLeast) {
   return (atLeast ? value >= limit : value <= limit) ? "met" : "MISSED";
 }
 
-void PrintSummary(const Context& ctx) {
-  std::printf("\nIOF benchmark summary: %zu linear moves in %zu operations, %zu records\n", ctx.moves,
+void PrintSummary(const Context& ctx, std::FILE* out) {
+  std::fprintf(out, "\nIOF benchmark summary: %zu linear moves in %zu operations, %zu records\n", ctx.moves,
               ctx.operations, ctx.records);
-  std::printf("  files: IOF %.1f MB, peer %.1f MB (MB = 10^6 bytes); mean time per whole-job iteration\n\n",
+  std::fprintf(out, "  files: IOF %.1f MB, peer %.1f MB (MB = 10^6 bytes); mean time per whole-job iteration\n\n",
               static_cast<double>(ctx.oursBytes) / 1e6, static_cast<double>(ctx.peerBytes) / 1e6);
-  std::printf("  %-6s %12s %12s %12s %12s %12s\n", "", "IOF ms", "limit ms", "IOF/limit", "peer ms", "peer/IOF");
+  std::fprintf(out, "  %-6s %12s %12s %12s %12s %12s\n", "", "IOF ms", "limit ms", "IOF/limit", "peer ms", "peer/IOF");
   for (const char* what : {"save", "load"}) {
     const std::string w = what;
-    std::printf("  %-6s %12s %12s %12s %12s %12s\n", what, Ms(w + "/IOF").c_str(), Ms(w + "/limit").c_str(),
+    std::fprintf(out, "  %-6s %12s %12s %12s %12s %12s\n", what, Ms(w + "/IOF").c_str(), Ms(w + "/limit").c_str(),
                 RatioText(Ratio(w + "/IOF", w + "/limit")).c_str(), Ms(w + "/peer").c_str(),
                 RatioText(Ratio(w + "/peer", w + "/IOF")).c_str());
   }
@@ -444,30 +444,30 @@ void PrintSummary(const Context& ctx) {
     std::snprintf(buf, sizeof buf, "%.1f", it->second.*field);
     return buf;
   };
-  std::printf("\n  memory, one load of the whole job into a fresh manager (bytes per linear move):\n");
-  std::printf("  %-44s %10s %10s\n", "", "IOF", "peer");
-  std::printf("  %-44s %10s %10s\n", "resident (RSS growth / moves)", memory("IOF", &MemoryFigures::resident).c_str(),
+  std::fprintf(out, "\n  memory, one load of the whole job into a fresh manager (bytes per linear move):\n");
+  std::fprintf(out, "  %-44s %10s %10s\n", "", "IOF", "peer");
+  std::fprintf(out, "  %-44s %10s %10s\n", "resident (RSS growth / moves)", memory("IOF", &MemoryFigures::resident).c_str(),
               memory("peer", &MemoryFigures::resident).c_str());
-  std::printf("  %-44s %10s %10s\n", "heap in use (allocator growth / moves)",
+  std::fprintf(out, "  %-44s %10s %10s\n", "heap in use (allocator growth / moves)",
               memory("IOF", &MemoryFigures::heap).c_str(), memory("peer", &MemoryFigures::heap).c_str());
-  std::printf("  %-44s %10s %10s\n", "peak resident during the load / moves",
+  std::fprintf(out, "  %-44s %10s %10s\n", "peak resident during the load / moves",
               memory("IOF", &MemoryFigures::peak).c_str(), memory("peer", &MemoryFigures::peak).c_str());
-  std::printf("  %-44s %10.1f %10.1f\n", "archived bytes per record (file / records)",
+  std::fprintf(out, "  %-44s %10.1f %10.1f\n", "archived bytes per record (file / records)",
               static_cast<double>(ctx.oursBytes) / static_cast<double>(ctx.records),
               static_cast<double>(ctx.peerBytes) / static_cast<double>(ctx.records));
 
   const double residentPerMove =
       g_memory.count("IOF") && g_memory.at("IOF").measured ? g_memory.at("IOF").resident : -1.0;
-  std::printf("\n  targets:\n");
-  std::printf("    load: peer/IOF >= 5      %-8s %s\n", RatioText(Ratio("load/peer", "load/IOF")).c_str(),
+  std::fprintf(out, "\n  targets:\n");
+  std::fprintf(out, "    load: peer/IOF >= 5      %-8s %s\n", RatioText(Ratio("load/peer", "load/IOF")).c_str(),
               Verdict(Ratio("load/peer", "load/IOF"), 5.0, true).c_str());
-  std::printf("    load: IOF/limit <= 4     %-8s %s\n", RatioText(Ratio("load/IOF", "load/limit")).c_str(),
+  std::fprintf(out, "    load: IOF/limit <= 4     %-8s %s\n", RatioText(Ratio("load/IOF", "load/limit")).c_str(),
               Verdict(Ratio("load/IOF", "load/limit"), 4.0, false).c_str());
-  std::printf("    save: peer/IOF >= 5      %-8s %s\n", RatioText(Ratio("save/peer", "save/IOF")).c_str(),
+  std::fprintf(out, "    save: peer/IOF >= 5      %-8s %s\n", RatioText(Ratio("save/peer", "save/IOF")).c_str(),
               Verdict(Ratio("save/peer", "save/IOF"), 5.0, true).c_str());
-  std::printf("    save: IOF/limit <= 4     %-8s %s\n", RatioText(Ratio("save/IOF", "save/limit")).c_str(),
+  std::fprintf(out, "    save: IOF/limit <= 4     %-8s %s\n", RatioText(Ratio("save/IOF", "save/limit")).c_str(),
               Verdict(Ratio("save/IOF", "save/limit"), 4.0, false).c_str());
-  std::printf("    resident B/move <= 200   %-8s %s\n", memory("IOF", &MemoryFigures::resident).c_str(),
+  std::fprintf(out, "    resident B/move <= 200   %-8s %s\n", memory("IOF", &MemoryFigures::resident).c_str(),
               Verdict(residentPerMove, 200.0, false).c_str());
 }
 
@@ -508,6 +508,14 @@ int main(int argc, char** argv) {
   }
   argc = kept;
   argv[argc] = nullptr;
+  // The summary goes to stdout after the console report, to stderr when stdout carries
+  // JSON or CSV.
+  std::FILE* summaryOut = stdout;
+  for (int i = 1; i < argc; ++i) {
+    if (std::strncmp(argv[i], "--benchmark_format=", 19) == 0 && std::strcmp(argv[i] + 19, "console") != 0) {
+      summaryOut = stderr;
+    }
+  }
 
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
@@ -536,7 +544,7 @@ int main(int argc, char** argv) {
     Register();
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
-    PrintSummary(ctx);
+    PrintSummary(ctx, summaryOut);
     g_ctx = nullptr;
   } catch (const std::exception& e) {
     std::fprintf(stderr, "iof_bench: %s\n", e.what());
