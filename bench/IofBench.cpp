@@ -71,9 +71,9 @@ std::map<std::string, Timing> g_times;
 // Memory figures of one load, per linear move.
 struct MemoryFigures {
   bool measured = false;
-  double resident = 0.0;   // RSS growth across the load
-  double heap = 0.0;       // allocator bytes in use afterwards
-  double peak = -1.0;      // RSS peak during the load (the file buffer included); < 0 unknown
+  double resident = 0.0;  // RSS growth across the load
+  double heap = 0.0;      // allocator bytes in use afterwards
+  double peak = -1.0;     // RSS peak during the load (the file buffer included); < 0 unknown
 };
 std::map<std::string, MemoryFigures> g_memory;
 
@@ -358,14 +358,12 @@ void MemoryOurs(benchmark::State& state) {
     }
     return mgr;
   });
-  state.counters["file B/record"] =
-      static_cast<double>(g_ctx->oursBytes) / static_cast<double>(g_ctx->records);
+  state.counters["file B/record"] = static_cast<double>(g_ctx->oursBytes) / static_cast<double>(g_ctx->records);
 }
 
 void MemoryPeer(benchmark::State& state) {
   MeasureMemory(state, "peer", [] { return Peer::Load(g_ctx->peerPath); });
-  state.counters["file B/record"] =
-      static_cast<double>(g_ctx->peerBytes) / static_cast<double>(g_ctx->records);
+  state.counters["file B/record"] = static_cast<double>(g_ctx->peerBytes) / static_cast<double>(g_ctx->records);
 }
 
 void Register() {
@@ -426,15 +424,15 @@ std::string Verdict(double value, double limit, bool atLeast) {
 
 void PrintSummary(const Context& ctx, std::FILE* out) {
   std::fprintf(out, "\nIOF benchmark summary: %zu linear moves in %zu operations, %zu records\n", ctx.moves,
-              ctx.operations, ctx.records);
+               ctx.operations, ctx.records);
   std::fprintf(out, "  files: IOF %.1f MB, peer %.1f MB (MB = 10^6 bytes); mean time per whole-job iteration\n\n",
-              static_cast<double>(ctx.oursBytes) / 1e6, static_cast<double>(ctx.peerBytes) / 1e6);
+               static_cast<double>(ctx.oursBytes) / 1e6, static_cast<double>(ctx.peerBytes) / 1e6);
   std::fprintf(out, "  %-6s %12s %12s %12s %12s %12s\n", "", "IOF ms", "limit ms", "IOF/limit", "peer ms", "peer/IOF");
   for (const char* what : {"save", "load"}) {
     const std::string w = what;
     std::fprintf(out, "  %-6s %12s %12s %12s %12s %12s\n", what, Ms(w + "/IOF").c_str(), Ms(w + "/limit").c_str(),
-                RatioText(Ratio(w + "/IOF", w + "/limit")).c_str(), Ms(w + "/peer").c_str(),
-                RatioText(Ratio(w + "/peer", w + "/IOF")).c_str());
+                 RatioText(Ratio(w + "/IOF", w + "/limit")).c_str(), Ms(w + "/peer").c_str(),
+                 RatioText(Ratio(w + "/peer", w + "/IOF")).c_str());
   }
 
   auto memory = [](const char* side, double MemoryFigures::*field) -> std::string {
@@ -446,29 +444,29 @@ void PrintSummary(const Context& ctx, std::FILE* out) {
   };
   std::fprintf(out, "\n  memory, one load of the whole job into a fresh manager (bytes per linear move):\n");
   std::fprintf(out, "  %-44s %10s %10s\n", "", "IOF", "peer");
-  std::fprintf(out, "  %-44s %10s %10s\n", "resident (RSS growth / moves)", memory("IOF", &MemoryFigures::resident).c_str(),
-              memory("peer", &MemoryFigures::resident).c_str());
+  std::fprintf(out, "  %-44s %10s %10s\n", "resident (RSS growth / moves)",
+               memory("IOF", &MemoryFigures::resident).c_str(), memory("peer", &MemoryFigures::resident).c_str());
   std::fprintf(out, "  %-44s %10s %10s\n", "heap in use (allocator growth / moves)",
-              memory("IOF", &MemoryFigures::heap).c_str(), memory("peer", &MemoryFigures::heap).c_str());
+               memory("IOF", &MemoryFigures::heap).c_str(), memory("peer", &MemoryFigures::heap).c_str());
   std::fprintf(out, "  %-44s %10s %10s\n", "peak resident during the load / moves",
-              memory("IOF", &MemoryFigures::peak).c_str(), memory("peer", &MemoryFigures::peak).c_str());
+               memory("IOF", &MemoryFigures::peak).c_str(), memory("peer", &MemoryFigures::peak).c_str());
   std::fprintf(out, "  %-44s %10.1f %10.1f\n", "archived bytes per record (file / records)",
-              static_cast<double>(ctx.oursBytes) / static_cast<double>(ctx.records),
-              static_cast<double>(ctx.peerBytes) / static_cast<double>(ctx.records));
+               static_cast<double>(ctx.oursBytes) / static_cast<double>(ctx.records),
+               static_cast<double>(ctx.peerBytes) / static_cast<double>(ctx.records));
 
   const double residentPerMove =
       g_memory.count("IOF") && g_memory.at("IOF").measured ? g_memory.at("IOF").resident : -1.0;
   std::fprintf(out, "\n  targets:\n");
   std::fprintf(out, "    load: peer/IOF >= 5      %-8s %s\n", RatioText(Ratio("load/peer", "load/IOF")).c_str(),
-              Verdict(Ratio("load/peer", "load/IOF"), 5.0, true).c_str());
+               Verdict(Ratio("load/peer", "load/IOF"), 5.0, true).c_str());
   std::fprintf(out, "    load: IOF/limit <= 4     %-8s %s\n", RatioText(Ratio("load/IOF", "load/limit")).c_str(),
-              Verdict(Ratio("load/IOF", "load/limit"), 4.0, false).c_str());
+               Verdict(Ratio("load/IOF", "load/limit"), 4.0, false).c_str());
   std::fprintf(out, "    save: peer/IOF >= 5      %-8s %s\n", RatioText(Ratio("save/peer", "save/IOF")).c_str(),
-              Verdict(Ratio("save/peer", "save/IOF"), 5.0, true).c_str());
+               Verdict(Ratio("save/peer", "save/IOF"), 5.0, true).c_str());
   std::fprintf(out, "    save: IOF/limit <= 4     %-8s %s\n", RatioText(Ratio("save/IOF", "save/limit")).c_str(),
-              Verdict(Ratio("save/IOF", "save/limit"), 4.0, false).c_str());
+               Verdict(Ratio("save/IOF", "save/limit"), 4.0, false).c_str());
   std::fprintf(out, "    resident B/move <= 200   %-8s %s\n", memory("IOF", &MemoryFigures::resident).c_str(),
-              Verdict(residentPerMove, 200.0, false).c_str());
+               Verdict(residentPerMove, 200.0, false).c_str());
 }
 
 // --moves=N (consumed here) or IOF_BENCH_MOVES=N; 0 when the text is not a positive count.
@@ -538,8 +536,8 @@ int main(int argc, char** argv) {
     Peer::Save(ctx.peer, ctx.peerPath + ".tmp");
     DurableReplace(ctx.peerPath + ".tmp", ctx.peerPath);
     ctx.peerBytes = FileSize(ctx.peerPath);
-    std::fprintf(stderr, "iof_bench: built a job of %zu linear moves (%zu records) in %.1f s; files in %s\n",
-                 ctx.moves, ctx.records, Seconds(t0, Clock::now()), ctx.dir.Path().c_str());
+    std::fprintf(stderr, "iof_bench: built a job of %zu linear moves (%zu records) in %.1f s; files in %s\n", ctx.moves,
+                 ctx.records, Seconds(t0, Clock::now()), ctx.dir.Path().c_str());
 
     Register();
     benchmark::RunSpecifiedBenchmarks();

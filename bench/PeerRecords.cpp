@@ -18,36 +18,36 @@ Base::~Base() = default;
 
 template <class Archive>
 void serialize(Archive& ar, Point& p, unsigned /*version*/) {
-  ar & p.x & p.y & p.z;
+  ar& p.x& p.y& p.z;
 }
 
 template <class Archive>
 void Base::serialize(Archive& ar, unsigned /*version*/) {
-  ar & m_Name & m_Attributes & m_SubLists;
+  ar& m_Name& m_Attributes& m_SubLists;
 }
 
 template <class Archive>
 void NciBase::serialize(Archive& ar, unsigned /*version*/) {
-  ar & boost::serialization::base_object<Base>(*this);
-  ar & m_GCode & m_OwnerOpId & m_Time;
+  ar& boost::serialization::base_object<Base>(*this);
+  ar& m_GCode& m_OwnerOpId& m_Time;
 }
 
 template <class Archive>
 void BaseMove::serialize(Archive& ar, unsigned /*version*/) {
-  ar & boost::serialization::base_object<NciBase>(*this);
-  ar & m_FeedRate & m_bIsFeedMove & m_CutterComp & m_PositionCode & m_ContourPosition & m_NcIncremental;
+  ar& boost::serialization::base_object<NciBase>(*this);
+  ar& m_FeedRate& m_bIsFeedMove& m_CutterComp& m_PositionCode& m_ContourPosition& m_NcIncremental;
 }
 
 template <class Archive>
 void Linear::serialize(Archive& ar, unsigned /*version*/) {
-  ar & boost::serialization::base_object<BaseMove>(*this);
-  ar & m_EndPoint;
+  ar& boost::serialization::base_object<BaseMove>(*this);
+  ar& m_EndPoint;
 }
 
 template <class Archive>
 void List::serialize(Archive& ar, unsigned /*version*/) {
-  ar & boost::serialization::base_object<Base>(*this);
-  ar & m_ListType & m_Items;
+  ar& boost::serialization::base_object<Base>(*this);
+  ar& m_ListType& m_Items;
 }
 
 void Save(const Job& job, const std::string& path) {

@@ -50,7 +50,7 @@ ScratchDir::~ScratchDir() {
 }
 
 std::size_t FileSize(const std::string& path) {
-  struct stat st{};
+  struct stat st {};
   if (::stat(path.c_str(), &st) != 0) throw SystemError("cannot stat", path);
   return static_cast<std::size_t>(st.st_size);
 }
@@ -58,7 +58,7 @@ std::size_t FileSize(const std::string& path) {
 std::unique_ptr<std::uint8_t[]> ReadWholeFile(const std::string& path, std::size_t& size) {
   const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (fd < 0) throw SystemError("cannot open", path);
-  struct stat st{};
+  struct stat st {};
   if (::fstat(fd, &st) != 0) {
     ::close(fd);
     throw SystemError("cannot stat", path);

@@ -14,14 +14,14 @@ namespace IofBench {
 
 // One linear move, field by field as a DbIOFNciLinear holds it.
 struct MoveSpec {
-  int gCode = 1;            // 0 rapid, 1 feed
+  int gCode = 1;  // 0 rapid, 1 feed
   bool feedMove = true;
-  double feedRate = 0.0;    // mm/min
-  int cutterComp = 40;      // 40 off, 41 left
+  double feedRate = 0.0;  // mm/min
+  int cutterComp = 40;    // 40 off, 41 left
   int positionCode = 0;
   int contourPosition = 3;  // ContourPositionState: 1 Before, 2 LeadIn, 3 Contour, 4 LeadOut, 5 After, 6 Transition
   double x = 0.0, y = 0.0, z = 0.0;
-  double time = 0.0;        // seconds
+  double time = 0.0;  // seconds
 };
 
 constexpr std::size_t kMovesPerOperation = 1000;
@@ -29,9 +29,7 @@ constexpr double kRapidFeed = 10000.0;  // mm/min
 constexpr double kSafeZ = 50.0;
 constexpr double kClearanceZ = 2.0;
 
-inline std::size_t OperationCount(std::size_t moves) {
-  return (moves + kMovesPerOperation - 1) / kMovesPerOperation;
-}
+inline std::size_t OperationCount(std::size_t moves) { return (moves + kMovesPerOperation - 1) / kMovesPerOperation; }
 inline std::size_t MovesInOperation(std::size_t moves, std::size_t op) {
   return std::min(kMovesPerOperation, moves - op * kMovesPerOperation);
 }
