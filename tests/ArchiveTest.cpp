@@ -49,7 +49,9 @@ TEST(ArchiveEncoding, BytesOfEveryFieldType) {
       {"version 200", [](auto& ar) { Quarp::UtSerializeVersion(ar, 200); }, "C8 01"},
       {"empty id array", [](auto& ar) { Quarp::UtSArrayEx<Quarp::DbId>().Serialize(ar); }, "00"},
       {"id array",
-       [](auto& ar) { Quarp::UtSArrayEx<Quarp::DbId>{Quarp::DbId(5), Quarp::DbId(300)}.Serialize(ar); },
+       [](auto& ar) {
+         Quarp::UtSArrayEx<Quarp::DbId>{Quarp::DbId(5), Quarp::DbId(300)}.Serialize(ar);
+       },
        "02 05 AC 02"},
       {"byte array",
        [](auto& ar) {
@@ -69,8 +71,8 @@ TEST(ArchiveEncoding, BytesOfEveryFieldType) {
 
 TEST(ArchiveEncoding, ValuesReadBack) {
   Quarp::UtArchive out(Quarp::UtArchive::Store);
-  out << true << std::int16_t{-7} << std::int32_t{-123456} << 0xFFFFFFFFu << std::int64_t{-9} << 3.25
-      << Quarp::DbId(77) << CString(L"name") << CString() << Color::Red;
+  out << true << std::int16_t{-7} << std::int32_t{-123456} << 0xFFFFFFFFu << std::int64_t{-9} << 3.25 << Quarp::DbId(77)
+      << CString(L"name") << CString() << Color::Red;
   Quarp::WriteLong(out, 123456789L);
   const Bytes bytes = out.GetBytes();
 
@@ -225,8 +227,8 @@ TEST(ArchiveObjects, WriteObjectAndReadObjectCarryTheClass) {
 TEST(ArchiveObjects, UnknownClassesAndDanglingTagsAreRefused) {
   const std::vector<std::pair<const char*, int>> cases = {
       {"01 05 4E 6F 6E 65 58", Quarp::UtArchiveException::badClass},  // "NoneX"
-      {"05", Quarp::UtArchiveException::badIndex},                     // tag of a class never named
-      {"01 00", Quarp::UtArchiveException::badClass},                  // empty class name
+      {"05", Quarp::UtArchiveException::badIndex},                    // tag of a class never named
+      {"01 00", Quarp::UtArchiveException::badClass},                 // empty class name
   };
   for (const auto& [hex, cause] : cases) {
     const Bytes data = Hex(hex);

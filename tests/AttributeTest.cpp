@@ -160,15 +160,15 @@ TEST(UtIOFAttribMap, ArchiveBytes) {
 
   UtIOFAttribMap one;
   one.AddAttribute(CString(L"A"), 5);
-  const Bytes expected = Hex(
-      "00"                                                        // map version
-      "01 00 00 00"                                               // one entry
-      "01 12 55 74 49 4F 46 41 74 74 72 69 62 49 74 65 6D 49 6E 74"  // new class "UtIOFAttribItemInt"
-      "00"                                                        // item version
-      "00"                                                        // base item version
-      "01 00 00 00 41 00"                                         // key "A"
-      "00 00 00 00"                                               // flags
-      "05 00 00 00");                                             // value
+  const Bytes expected =
+      Hex("00"                                                           // map version
+          "01 00 00 00"                                                  // one entry
+          "01 12 55 74 49 4F 46 41 74 74 72 69 62 49 74 65 6D 49 6E 74"  // new class "UtIOFAttribItemInt"
+          "00"                                                           // item version
+          "00"                                                           // base item version
+          "01 00 00 00 41 00"                                            // key "A"
+          "00 00 00 00"                                                  // flags
+          "05 00 00 00");                                                // value
   EXPECT_EQ(ToHex(TestSupport::Store(one)), ToHex(expected));
 }
 

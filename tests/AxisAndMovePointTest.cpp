@@ -74,7 +74,7 @@ TEST(UtAxisMotionMap, ArchiveForm) {
   map.AddMotion(X, Disabled, 0.0);
   EXPECT_EQ(ToHex(TestSupport::Store(map)),
             ToHex(Hex("00 02 00 00 00"
-                      "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00"     // X first
+                      "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00"      // X first
                       "02 00 00 00 01 00 00 00 00 00 00 00 00 00 F0 3F")));  // then Z
 
   // Loading adds to what the map holds; a later triple for an axis overwrites.
@@ -82,9 +82,9 @@ TEST(UtAxisMotionMap, ArchiveForm) {
   back.AddMotion(B, Coordinate, 9.0);
   ASSERT_TRUE(TestSupport::LoadAll(back, TestSupport::Store(map)));
   EXPECT_EQ(back.GetSize(), 3);
-  const Bytes twice = Hex(
-      "00 02 00 00 00 00 00 00 00 01 00 00 00 00 00 00 00 00 00 F0 3F"
-      "00 00 00 00 02 00 00 00 00 00 00 00 00 00 00 40");
+  const Bytes twice =
+      Hex("00 02 00 00 00 00 00 00 00 01 00 00 00 00 00 00 00 00 00 F0 3F"
+          "00 00 00 00 02 00 00 00 00 00 00 00 00 00 00 40");
   UtAxisMotionMap over;
   ASSERT_TRUE(TestSupport::LoadAll(over, twice));
   AxisMotionType type{};

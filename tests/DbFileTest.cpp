@@ -61,8 +61,7 @@ struct Frame {
 
 // Builds a file image by hand, so that tests can forge files the library never writes.
 Bytes BuildFile(const std::vector<std::string>& classes, const std::vector<Frame>& frames, std::uint64_t nextId,
-                std::optional<std::uint64_t> count = std::nullopt, std::uint32_t version = 1,
-                std::uint32_t flags = 0) {
+                std::optional<std::uint64_t> count = std::nullopt, std::uint32_t version = 1, std::uint32_t flags = 0) {
   Bytes f = Hex("89 49 4F 46 0D 0A 1A 0A");
   PutRaw<std::uint32_t>(f, version);
   PutRaw<std::uint32_t>(f, flags);
@@ -109,25 +108,25 @@ TEST(DbFile, ExactBytesOfASmallDatabase) {
   Bytes file;
   ASSERT_EQ(mgr.WriteToMemory(file), Quarp::DbErr::Ok);
 
-  const Bytes body = Hex(
-      "89 49 4F 46 0D 0A 1A 0A"      // magic
-      "01 00 00 00"                  // format version
-      "00 00 00 00"                  // flags
-      "02 00 00 00 00 00 00 00"      // records
-      "03 00 00 00 00 00 00 00"      // next id
-      "02 00 00 00"                  // classes
-      "0A 54 65 73 74 52 65 63 6F 72 64"                 // "TestRecord"
-      "0F 54 65 73 74 52 65 63 6F 72 64 43 68 69 6C 64"  // "TestRecordChild"
-      "01 00 0D 01 2A 00 00 00 02 00 00 00 41 00 42 00"  // id +1, class 0, 13 bytes
-      "01 01 12 00 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 E0 3F");  // id +1, class 1, 18 bytes
+  const Bytes body =
+      Hex("89 49 4F 46 0D 0A 1A 0A"                                           // magic
+          "01 00 00 00"                                                       // format version
+          "00 00 00 00"                                                       // flags
+          "02 00 00 00 00 00 00 00"                                           // records
+          "03 00 00 00 00 00 00 00"                                           // next id
+          "02 00 00 00"                                                       // classes
+          "0A 54 65 73 74 52 65 63 6F 72 64"                                  // "TestRecord"
+          "0F 54 65 73 74 52 65 63 6F 72 64 43 68 69 6C 64"                   // "TestRecordChild"
+          "01 00 0D 01 2A 00 00 00 02 00 00 00 41 00 42 00"                   // id +1, class 0, 13 bytes
+          "01 01 12 00 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 E0 3F");  // id +1, class 1, 18 bytes
   ASSERT_EQ(file.size(), body.size() + 8);
   EXPECT_EQ(ToHex(Bytes(file.begin(), file.end() - 8)), ToHex(body));
   const std::uint64_t sum = XXH3_64bits(body.data(), body.size());
   EXPECT_EQ(std::memcmp(file.data() + body.size(), &sum, 8), 0);
   // BuildFile forges the same image.
-  EXPECT_EQ(file, BuildFile({"TestRecord", "TestRecordChild"},
-                            {{1, 0, kRecord42AB}, {1, 1, Hex("00 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 E0 3F")}},
-                            3));
+  EXPECT_EQ(file,
+            BuildFile({"TestRecord", "TestRecordChild"},
+                      {{1, 0, kRecord42AB}, {1, 1, Hex("00 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 E0 3F")}}, 3));
 }
 
 TEST(DbFile, RoundTripThroughAFileKeepsIdsAndValues) {
@@ -278,8 +277,7 @@ TEST(DbFile, EveryTruncationAndEveryFlippedByteIsRefused) {
   ASSERT_EQ(source.WriteToMemory(good), Quarp::DbErr::Ok);
   for (std::size_t n = 0; n < good.size(); ++n) {
     Quarp::DbMgr mgr;
-    EXPECT_NE(mgr.ReadFromMemory(Bytes(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(n))),
-              Quarp::DbErr::Ok)
+    EXPECT_NE(mgr.ReadFromMemory(Bytes(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(n))), Quarp::DbErr::Ok)
         << "prefix of " << n << " bytes";
   }
   for (std::size_t i = 0; i < good.size(); ++i) {
@@ -383,7 +381,7 @@ TEST(DbFile, FailedWritesLeaveTheOldFileIntact) {
   // And a successful write replaces the file in one step, keeping its permissions.
   ::chmod(path.c_str(), 0640);
   EXPECT_EQ(mgr.Write(Quarp::UtString(path.c_str())), Quarp::DbErr::Ok) << mgr.GetLastErrorText();
-  struct stat st{};
+  struct stat st {};
   ASSERT_EQ(::stat(path.c_str(), &st), 0);
   EXPECT_EQ(st.st_mode & 0777, 0640u);
   Quarp::DbMgr back;

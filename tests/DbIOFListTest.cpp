@@ -128,8 +128,8 @@ TEST(DbIOFList, ArchiveDropsNullIdsAndAppends) {
   ASSERT_EQ(list->Size(), 3);
   const auto bytes = TestSupport::Store(*list);
   EXPECT_EQ(ToHex(bytes), ToHex(Hex("00 00 00 00 00 00 00 00 00 00 00 00"  // versions, name, attributes, sub-lists
-                                    "02 00 00 00"                        // kind
-                                    "03 00 00 00"                        // count
+                                    "02 00 00 00"                          // kind
+                                    "03 00 00 00"                          // count
                                     "05 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 07 00 00 00 00 00 00 00")));
   auto back = DbIOFList::Create(0);
   back->PushBack(DbId(1));

@@ -10,8 +10,8 @@ namespace {
 
 TEST(Diagnostics, TheHandlerCanBeReplacedAndRestored) {
   std::vector<std::string> seen;
-  auto previous = Zolt::Diagnostics::SetAssertHandler(
-      [&](const char* file, int line, const char* function, const char* message) {
+  auto previous =
+      Zolt::Diagnostics::SetAssertHandler([&](const char* file, int line, const char* function, const char* message) {
         seen.push_back(std::string(file) + ":" + std::to_string(line) + ":" + function + ":" + message);
       });
   Zolt::Diagnostics::Details::InvokeCurrentAssertHandler("DB/src/X", 12, "IOF::X::Y", "msg");

@@ -39,10 +39,10 @@ class FieldListRecord : public DbIOFBase {
   CString m_Text;
   Quarp::DbId m_Ref;
   GmPoint3D m_Point;
-  std::int32_t m_Added = 7;     // since version 2
-  double m_Transient = 0.0;     // held and copied, never archived
-  Quarp::DbId m_Owner;          // archived, not copied
-  int m_Loads = 0;              // counts OnLoaded calls; not a field
+  std::int32_t m_Added = 7;  // since version 2
+  double m_Transient = 0.0;  // held and copied, never archived
+  Quarp::DbId m_Owner;       // archived, not copied
+  int m_Loads = 0;           // counts OnLoaded calls; not a field
 
   void OnLoaded(unsigned version) { m_Loads += 1 + static_cast<int>(version) * 10; }
 
@@ -105,15 +105,15 @@ TEST(FieldList, StoresTheCurrentLayout) {
   rec->m_Owner = Quarp::DbId(2);
   EXPECT_EQ(ToHex(TestSupport::Store(*rec)),
             ToHex(Hex(std::string("02") + kBase +
-                      "FF FF FF FF"                    // m_Int
-                      "03 00"                          // m_Short, two bytes
-                      "01"                             // m_Flag
-                      "00 00 00 00 00 00 E0 3F"        // m_Real
-                      "01 00 00 00 41 00"              // m_Text
-                      "09 00 00 00 00 00 00 00"        // m_Ref
+                      "FF FF FF FF"              // m_Int
+                      "03 00"                    // m_Short, two bytes
+                      "01"                       // m_Flag
+                      "00 00 00 00 00 00 E0 3F"  // m_Real
+                      "01 00 00 00 41 00"        // m_Text
+                      "09 00 00 00 00 00 00 00"  // m_Ref
                       "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00"  // m_Point
-                      "07 00 00 00"                    // m_Added
-                      "02 00 00 00 00 00 00 00")));    // m_Owner; m_Transient is not stored
+                      "07 00 00 00"                                                                 // m_Added
+                      "02 00 00 00 00 00 00 00")));  // m_Owner; m_Transient is not stored
 }
 
 TEST(FieldList, LoadsEveryOlderLayout) {
@@ -122,8 +122,8 @@ TEST(FieldList, LoadsEveryOlderLayout) {
       "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00";
   // Version 0: m_Int, the obsolete int, ..., no m_Added.
   auto v0 = FieldListRecord::Create();
-  ASSERT_TRUE(TestSupport::LoadAll(*v0, Hex(std::string("00") + kBase + "05 00 00 00 EE EE EE EE" + common +
-                                            "03 00 00 00 00 00 00 00")));
+  ASSERT_TRUE(TestSupport::LoadAll(
+      *v0, Hex(std::string("00") + kBase + "05 00 00 00 EE EE EE EE" + common + "03 00 00 00 00 00 00 00")));
   EXPECT_EQ(v0->m_Int, 5);
   EXPECT_EQ(v0->m_Short, 3);
   EXPECT_EQ(v0->m_Added, 7);  // the default
@@ -131,8 +131,8 @@ TEST(FieldList, LoadsEveryOlderLayout) {
   EXPECT_EQ(v0->m_Loads, 1);
   // Version 1: no obsolete int, still no m_Added.
   auto v1 = FieldListRecord::Create();
-  ASSERT_TRUE(TestSupport::LoadAll(*v1, Hex(std::string("01") + kBase + "06 00 00 00" + common +
-                                            "03 00 00 00 00 00 00 00")));
+  ASSERT_TRUE(
+      TestSupport::LoadAll(*v1, Hex(std::string("01") + kBase + "06 00 00 00" + common + "03 00 00 00 00 00 00 00")));
   EXPECT_EQ(v1->m_Int, 6);
   EXPECT_EQ(v1->m_Loads, 11);
   // Version 3 is newer than the class: the version error, after the base part.
@@ -167,10 +167,10 @@ TEST(FieldList, VisitsBaseFirstInArchiveOrder) {
   auto child = FieldListChild::Create();
   TestSupport::RecordingVisitor v;
   child->VisitFields(v);
-  EXPECT_EQ(v.fields, (std::vector<std::string>{
-                          "m_Name=\"\"", "m_Attributes=0 attributes", "m_SubLists=[]", "m_Int=-1", "m_Short=3",
-                          "m_Flag=true", "m_Real=0.5", "m_Text=\"\"", "m_Ref=#0", "m_Point=(0,0,0)", "m_Added=7",
-                          "m_Transient=0", "m_Owner=#0", "m_More=1"}));
+  EXPECT_EQ(v.fields,
+            (std::vector<std::string>{"m_Name=\"\"", "m_Attributes=0 attributes", "m_SubLists=[]", "m_Int=-1",
+                                      "m_Short=3", "m_Flag=true", "m_Real=0.5", "m_Text=\"\"", "m_Ref=#0",
+                                      "m_Point=(0,0,0)", "m_Added=7", "m_Transient=0", "m_Owner=#0", "m_More=1"}));
 }
 
 TEST(FieldList, DerivedLevelsAndHooks) {
