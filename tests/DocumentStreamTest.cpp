@@ -1,5 +1,6 @@
 // The document and its streams: stream lookup rules, the de-duplicating adders, old
 // layouts, comparison and texts.
+#include "CompareOrderSupport.h"
 #include "RecordingVisitor.h"
 #include "TestSupport.h"
 
@@ -111,21 +112,27 @@ TEST(DbIOFDocument, ArchiveBytesAndTheVersion0Reader) {
   ExpectNewerVersionRefused(*doc, 0, 1 + kRecordBaseSize);
 }
 
-TEST(DbIOFDocument, CompareAndCopy) {
+TEST(DbIOFDocument, ComparisonOrderAndCopy) {
+  using D = DbIOFDocument;
+  ExpectReportOrder<D>({
+      // The job setup and machine info ids are not compared.
+      {[](D& d, bool) { d.SetJobSetupID(DbId(9)); }, nullptr},
+      {[](D& d, bool) { d.SetMachineInfoID(DbId(8)); }, nullptr},
+      {[](D& d, bool on) { d.SetIOFName(on ? L"D" : L""); }, L"Difference Detected: m_Name -  vs D\n"},
+      {[](D& d, bool on) { d.SetIsMetric(!on); }, L"Difference Detected: m_IsMetric - true vs false\n"},
+      {[](D& d, bool on) { d.SetFileName(on ? L"f" : L""); }, L"Difference Detected: m_FileName -  vs f\n"},
+      {[](D& d, bool on) { d.SetNcFilename(on ? L"n" : L""); }, L"Difference Detected: m_NcFilename -  vs n\n"},
+      {[](D& d, bool on) { d.SetUseTCPForSimulationByDefault(on); },
+       L"Difference Detected: m_UseTCPForSimulationByDefault - false vs true\n"},
+      {[](D& d, bool on) { d.GetStreams() = on ? Quarp::UtSArrayEx<DbId>{DbId(4)} : Quarp::UtSArrayEx<DbId>(); },
+       L"Difference Detected: TotalStreams - 0 vs 1\n"},
+  });
+
   auto a = DbIOFDocument::Create();
   auto b = DbIOFDocument::Create();
-  b->SetJobSetupID(DbId(9));
   b->SetMachineInfoID(DbId(8));
-  CString report;
-  EXPECT_TRUE(a->Compare(b, report));  // the job setup and machine info ids are not compared
   b->GetStreams().Add(DbId(4));
-  EXPECT_FALSE(a->Compare(b, report));
-  EXPECT_EQ(report, L"Difference Detected: TotalStreams - 0 vs 1\n");
   b->SetIsMetric(false);
-  report.Empty();
-  EXPECT_FALSE(a->Compare(b, report));
-  EXPECT_EQ(report, L"Difference Detected: m_IsMetric - true vs false\n");
-
   a->SetJobSetupID(DbId(1));
   a->GetStreams().Add(DbId(77));
   a->Copy(*b, Quarp::DbCloneMode::Normal, nullptr);
@@ -250,32 +257,45 @@ TEST(DbIOFStream, ArchiveBytesAndOldLayouts) {
                        "02 0B 0C" + "01 09" + tail);
   auto old = DbIOFStream::Create(0);
   ASSERT_TRUE(LoadAll(*old, v0));
-  EXPECT_EQ(old->GetStreamId(), 3);
-  ASSERT_EQ(old->GetLatheCannedTurnIdList().GetSize(), 1);
-  EXPECT_EQ(old->GetLatheCannedTurnIdList()[0], DbId(9));
-  EXPECT_EQ(old->GetNCOutputFile(), L"N");
-  EXPECT_EQ(old->Size(), 1);
+  EXPECT_EQ(Fields(*old), Fields(*stream));
   ExpectNewerVersionRefused(*stream, 0, 1 + 1 + kRecordBaseSize + 16);  // after the list part
 }
 
 TEST(DbIOFStream, ComparesRegisterSizesNotContents) {
-  auto a = DbIOFStream::Create(1);
-  auto b = DbIOFStream::Create(1);
-  a->GetToolChangeList().Add(DbId(1));
-  b->GetToolChangeList().Add(DbId(2));
-  CString report;
-  EXPECT_TRUE(a->Compare(b, report)) << report;
-  b->GetLatheCannedTurnIdList().Add(DbId(3));
-  EXPECT_FALSE(a->Compare(b, report));
-  EXPECT_EQ(report, L"Difference Detected: NumSubPrograms - 0 vs 1\n");
-  b->GetToolPlaneList().Add(DbId(3));
-  report.Empty();
-  EXPECT_FALSE(a->Compare(b, report));
-  EXPECT_EQ(report, L"Difference Detected: NumToolPlanes - 0 vs 1\n");
-  auto c = DbIOFStream::Create(2);
-  report.Empty();
-  EXPECT_FALSE(a->Compare(c, report));
-  EXPECT_EQ(report, L"Difference Detected: m_StreamId - 1 vs 2\n");
+  using S = DbIOFStream;
+  const auto sized = [](Quarp::UtSArrayEx<DbId>& list, bool on) {
+    list.SetSize(1);
+    if (on) list.Add(DbId(3));
+  };
+  ExpectReportOrder<S>(
+      {
+          // Registers of the same length compare equal whatever ids they hold.
+          {[](S& s, bool) { s.GetToolChangeList()[0] = DbId(2); }, nullptr},
+          {[](S& s, bool on) { s.SetIOFName(on ? L"S" : L""); }, L"Difference Detected: m_Name -  vs S\n"},
+          {[](S& s, bool on) { s.SetListType(on ? DbIOFList::kOperation : DbIOFList::kStream); },
+           L"Difference Detected: m_ListType - 1 vs 2\n"},
+          {[](S& s, bool on) { s.SetStreamId(on ? 2 : 1); }, L"Difference Detected: m_StreamId - 1 vs 2\n"},
+          {[](S& s, bool on) { s.SetAxisCombinationDefined(on); },
+           L"Difference Detected: m_AxisCombinationDefined - false vs true\n"},
+          {[](S& s, bool on) { s.SetNCOutputFile(on ? L"N" : L""); }, L"Difference Detected: m_NCOutputFile -  vs N\n"},
+          {[](S& s, bool on) { s.SetFirstToolChgId(DbId(on ? 5 : 0)); },
+           L"Difference Detected: m_FirstToolChgId - 0 vs 5\n"},
+          {[](S& s, bool on) { s.SetLastToolChgId(DbId(on ? 6 : 0)); },
+           L"Difference Detected: m_LastToolChgId - 0 vs 6\n"},
+          {[&](S& s, bool on) { sized(s.GetToolChangeList(), on); }, L"Difference Detected: NumToolChanges - 1 vs 2\n"},
+          {[&](S& s, bool on) { sized(s.GetToolPlaneList(), on); }, L"Difference Detected: NumToolPlanes - 1 vs 2\n"},
+          {[&](S& s, bool on) { sized(s.GetLatheCannedTurnIdList(), on); },
+           L"Difference Detected: NumSubPrograms - 1 vs 2\n"},
+          {[](S& s, bool on) { s.SetDefaultReferencePositionId(DbId(on ? 7 : 0)); },
+           L"Difference Detected: m_DefaultReferenceReturnPositionId - 0 vs 7\n"},
+      },
+      [] {
+        auto s = DbIOFStream::Create(1);
+        s->GetToolChangeList().Add(DbId(1));
+        s->GetToolPlaneList().Add(DbId(1));
+        s->GetLatheCannedTurnIdList().Add(DbId(1));
+        return s;
+      });
 }
 
 TEST(DbIOFStream, TextAndFields) {

@@ -17,6 +17,8 @@
 using namespace IOF;
 using TestSupport::Bytes;
 using TestSupport::Hex;
+using TestSupport::kOne;
+using TestSupport::kZero;
 using TestSupport::ToHex;
 
 namespace {
@@ -133,6 +135,10 @@ class PitchedToolChange : public DbIOFNciToolChange {
   }
 };
 
+// Each layout, 0 to 9, with every field it holds set: every byte is read, each field it
+// holds is loaded, and every later field keeps its default. Layouts 0 and 1 carry the
+// obsolete byte after the tool diameter, so the lengths after it read correctly only
+// when it is skipped; the turret index (since 1) follows the holder length.
 TEST(DbIOFNciToolChange, EveryOldLayoutReadsExactly) {
   for (unsigned version = 0; version <= 9; ++version) {
     SCOPED_TRACE("version " + std::to_string(version));
@@ -147,65 +153,20 @@ TEST(DbIOFNciToolChange, EveryOldLayoutReadsExactly) {
   }
 }
 
-TEST(DbIOFNciToolChange, Version0SkipsItsObsoleteByte) {
-  // Written out in full: the byte 5A after the diameter is dropped; the lengths follow it.
-  const Bytes v0 = Hex("00 00" + TestSupport::kRecordBase + TestSupport::kFreshNciBase +
-                       "01 00 00 00  02 00 00 00  03 00 00 00  04 00 00 00  05 00  06 00 00 00"
-                       "01 00 00 00 54 00  02 00 00 00  01 00 00 00  01  00 00 00 00  00 00 00 00"
-                       "00 00 00 00 00 00 E0 3F  00 00 00 00 00 00 24 40"  // corner radius 0.5, diameter 10
-                       "5A"                                                // the obsolete byte
-                       "00 00 00 00 00 00 59 40  00 00 00 00 00 00 44 40"  // lengths 100 and 40
-  );
-  auto tool = DbIOFNciToolChange::Create();
-  ASSERT_TRUE(TestSupport::LoadAll(*tool, v0));
-  EXPECT_EQ(tool->GetToolDiameter(), 10.0);
-  EXPECT_EQ(tool->GetOverallLength(), 100.0);
-  EXPECT_EQ(tool->GetHolderLength(), 40.0);
-  EXPECT_EQ(tool->GetTurretIndexPosition(), -1);
-  EXPECT_EQ(tool->GetToolType(), 5);
-  EXPECT_EQ(tool->GetToolStation(), 6);
-  EXPECT_EQ(tool->GetToolName(), L"T");
-  EXPECT_EQ(tool->GetToolHolderType(), 2);
-  EXPECT_EQ(tool->GetToolGenType(), 1);
-  EXPECT_TRUE(tool->GetIsToolLive());
-}
-
-TEST(DbIOFNciToolChange, Version2HasNoObsoleteByteAndCarriesTheTurretIndex) {
-  const Bytes v2 = Hex("02 00" + TestSupport::kRecordBase + TestSupport::kFreshNciBase +
-                       "01 00 00 00  02 00 00 00  03 00 00 00  04 00 00 00  05 00  06 00 00 00"
-                       "00 00 00 00  01 00 00 00  00 00 00 00  00  00 00 00 00  00 00 00 00"
-                       "00 00 00 00 00 00 00 00  00 00 00 00 00 00 24 40"
-                       "00 00 00 00 00 00 59 40  00 00 00 00 00 00 44 40"
-                       "0B 00 00 00");  // turret index 11, right after the holder length
-  auto tool = DbIOFNciToolChange::Create();
-  ASSERT_TRUE(TestSupport::LoadAll(*tool, v2));
-  EXPECT_EQ(tool->GetOverallLength(), 100.0);
-  EXPECT_EQ(tool->GetHolderLength(), 40.0);
-  EXPECT_EQ(tool->GetTurretIndexPosition(), 11);
-  EXPECT_FALSE(tool->GetIsMultiInsertTool());
-  EXPECT_EQ(tool->GetMillToolSpindleSpeedMultiplier(), 1.0);
-}
-
 TEST(DbIOFNciToolChange, StoresTheCurrentLayout) {
   auto tool = DbIOFNciToolChange::Create();
   const Bytes defaults = TestSupport::Store(*tool);
-  EXPECT_EQ(ToHex(defaults),
-            ToHex(Hex(kHeadV9 + "FF FF FF FF  FF FF FF FF  FF FF FF FF  FF FF FF FF"  // number, offsets, slot
-                                "FF FF"                                               // type: two bytes
-                                "FF FF FF FF  00 00 00 00"                            // station, name
-                                "01 00 00 00  00 00 00 00  00"                        // holder, gen, live
-                                "00 00 00 00  00 00 00 00"                            // holder and insert names
-                                "00 00 00 00 00 00 00 00  00 00 00 00 00 00 00 00"    // radius, diameter
-                                "00 00 00 00 00 00 00 00  00 00 00 00 00 00 00 00"    // lengths
-                                "FF FF FF FF"                                         // turret index
-                                "00  00 00 00 00 00 00 00 00  00 00 00 00 00 00 00 00"
-                                "00  00 00 00 00  00 00 00 00"
-                                "00  00"
-                                "00  00 00 00 00 00 00 00 00  00 00 00 00 00 00 00 00  00 00 00 00 00 00 00 00"
-                                "00 00"  // compensation type
-                                "00  00 00 00 00 00 00 00 00  00 00 00 00 00 00 F0 3F"
-                                "00  00 00 00 00 00 00 00 00"
-                                "00")));  // Y-axis turning tool
+  // Number, offsets, slot; the type in two bytes; station, name; holder, generation, live;
+  // holder and insert names; radius, diameter, the lengths; the turret index; then the
+  // fields of versions 3 to 9, the compensation type in two bytes, the multiplier 1.0.
+  EXPECT_EQ(ToHex(defaults), ToHex(Hex(kHeadV9 +
+                                       "FF FF FF FF  FF FF FF FF  FF FF FF FF  FF FF FF FF  FF FF"
+                                       "FF FF FF FF  00 00 00 00  01 00 00 00  00 00 00 00  00"
+                                       "00 00 00 00  00 00 00 00" +
+                                       kZero + kZero + kZero + kZero + "FF FF FF FF  00" + kZero + kZero +
+                                       "00  00 00 00 00  00 00 00 00  00  00"
+                                       "00" +
+                                       kZero + kZero + kZero + "00 00  00" + kZero + kOne + "00" + kZero + "00")));
 
   TestSupport::ExpectNewerVersionRefused(*tool, 0, kHeadSize);  // the base part read, none of the own fields
 
