@@ -135,12 +135,10 @@ TEST(UtIofMovePoint, SetAndGetByIndex) {
   v = 7;
   EXPECT_FALSE(p.GetValByIndex(6, v, set));
   EXPECT_EQ(v, 7);
-  ASSERT_EQ(recorder.Calls().size(), 3u);
-  EXPECT_EQ(recorder.Calls()[0].file, "DB/src/UtIofMovePoint");
-  EXPECT_EQ(recorder.Calls()[0].line, 52);
-  EXPECT_EQ(recorder.Calls()[0].function, "IOF::UtIofMovePoint::SetValByIndex");
-  EXPECT_EQ(recorder.Calls()[2].line, 65);
-  EXPECT_EQ(recorder.Calls()[2].function, "IOF::UtIofMovePoint::GetValByIndex");
+  EXPECT_EQ(recorder.Places(),
+            (std::vector<std::string>{"DB/src/UtIofMovePoint:52 IOF::UtIofMovePoint::SetValByIndex",
+                                      "DB/src/UtIofMovePoint:52 IOF::UtIofMovePoint::SetValByIndex",
+                                      "DB/src/UtIofMovePoint:65 IOF::UtIofMovePoint::GetValByIndex"}));
 }
 
 TEST(UtIofMovePoint, GetAbcTestsTheXyzFlags) {

@@ -98,6 +98,26 @@ struct Populated {
   }
 };
 
+// The file image of `n` test records, with a child record after them when `child` is set.
+Bytes SmallFile(int n, bool child = false) {
+  Quarp::DbMgr source;
+  for (int i = 0; i < n; ++i) {
+    auto rec = TestRecord::Create(i, L"name");
+    source.Add(rec);
+  }
+  auto extra = TestRecordChild::Create();
+  if (child) source.Add(extra);
+  Bytes file;
+  EXPECT_EQ(source.WriteToMemory(file), Quarp::DbErr::Ok);
+  return file;
+}
+
+// `err` is `expected`, and the manager's last error text contains `fragment`.
+void ExpectError(const Quarp::DbMgr& mgr, Quarp::DbErr err, Quarp::DbErr expected, const std::string& fragment) {
+  EXPECT_EQ(err, expected) << mgr.GetLastErrorText();
+  EXPECT_NE(mgr.GetLastErrorText().find(fragment), std::string::npos) << mgr.GetLastErrorText();
+}
+
 TEST(DbFile, ExactBytesOfASmallDatabase) {
   Quarp::DbMgr mgr;
   auto a = TestRecord::Create(42, L"AB");
@@ -245,9 +265,8 @@ TEST(DbFile, BadInputEndsInAnErrorThatSaysWhatIsWrong) {
   };
   for (const BadFile& c : cases) {
     Populated target;
-    EXPECT_EQ(target.mgr.ReadFromMemory(c.bytes), c.err) << c.what << ": " << target.mgr.GetLastErrorText();
-    EXPECT_NE(target.mgr.GetLastErrorText().find(c.message), std::string::npos)
-        << c.what << ": " << target.mgr.GetLastErrorText();
+    SCOPED_TRACE(c.what);
+    ExpectError(target.mgr, target.mgr.ReadFromMemory(c.bytes), c.err, c.message);
     EXPECT_TRUE(target.Unchanged()) << c.what;
   }
 }
@@ -268,13 +287,7 @@ TEST(DbFile, ARecordFromANewerLibraryThrowsTheVersionError) {
 }
 
 TEST(DbFile, EveryTruncationAndEveryFlippedByteIsRefused) {
-  Quarp::DbMgr source;
-  for (int i = 0; i < 3; ++i) {
-    auto rec = TestRecord::Create(i, L"name");
-    source.Add(rec);
-  }
-  Bytes good;
-  ASSERT_EQ(source.WriteToMemory(good), Quarp::DbErr::Ok);
+  const Bytes good = SmallFile(3);
   for (std::size_t n = 0; n < good.size(); ++n) {
     Quarp::DbMgr mgr;
     EXPECT_NE(mgr.ReadFromMemory(Bytes(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(n))), Quarp::DbErr::Ok)
@@ -293,15 +306,7 @@ TEST(DbFile, EveryTruncationAndEveryFlippedByteIsRefused) {
 // reached: loading must end in Ok or an error, never a crash (the sanitizer build
 // checks every access).
 TEST(DbFile, RandomDamageNeverCrashes) {
-  Quarp::DbMgr source;
-  for (int i = 0; i < 4; ++i) {
-    auto rec = TestRecord::Create(i, L"abc");
-    source.Add(rec);
-  }
-  auto child = TestRecordChild::Create();
-  source.Add(child);
-  Bytes good;
-  ASSERT_EQ(source.WriteToMemory(good), Quarp::DbErr::Ok);
+  const Bytes good = SmallFile(4, true);
   std::mt19937 rng(12345);
   int loaded = 0;
   for (int iteration = 0; iteration < 3000; ++iteration) {
@@ -326,24 +331,20 @@ TEST(DbFile, FilesThatCannotBeReadGiveAnError) {
   Quarp::DbMgr mgr;
   const std::string missing = TestSupport::TempPath("missing.iof");
   std::filesystem::remove(missing);
-  EXPECT_EQ(mgr.Read(Quarp::UtString(missing.c_str()), false), Quarp::DbErr::NotFound);
-  EXPECT_NE(mgr.GetLastErrorText().find("missing.iof"), std::string::npos) << mgr.GetLastErrorText();
+  ExpectError(mgr, mgr.Read(Quarp::UtString(missing.c_str()), false), Quarp::DbErr::NotFound, "missing.iof");
 
   const std::string dir = TestSupport::TempPath("a-directory");
   std::filesystem::create_directories(dir);
-  EXPECT_EQ(mgr.Read(Quarp::UtString(dir.c_str()), false), Quarp::DbErr::Io);
-  EXPECT_NE(mgr.GetLastErrorText().find("directory"), std::string::npos) << mgr.GetLastErrorText();
+  ExpectError(mgr, mgr.Read(Quarp::UtString(dir.c_str()), false), Quarp::DbErr::Io, "directory");
 
   const std::string fifo = TestSupport::TempPath("a-fifo");
   std::filesystem::remove(fifo);
   ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
-  EXPECT_EQ(mgr.Read(Quarp::UtString(fifo.c_str()), false), Quarp::DbErr::Io);
-  EXPECT_NE(mgr.GetLastErrorText().find("not a regular file"), std::string::npos) << mgr.GetLastErrorText();
+  ExpectError(mgr, mgr.Read(Quarp::UtString(fifo.c_str()), false), Quarp::DbErr::Io, "not a regular file");
 
   const std::string empty = TestSupport::TempPath("empty.iof");
   TestSupport::WriteFile(empty, {});
-  EXPECT_EQ(mgr.Read(Quarp::UtString(empty.c_str()), false), Quarp::DbErr::NotAnIofFile);
-  EXPECT_NE(mgr.GetLastErrorText().find("empty.iof"), std::string::npos) << mgr.GetLastErrorText();
+  ExpectError(mgr, mgr.Read(Quarp::UtString(empty.c_str()), false), Quarp::DbErr::NotAnIofFile, "empty.iof");
 }
 
 TEST(DbFile, FailedWritesLeaveTheOldFileIntact) {
@@ -357,21 +358,14 @@ TEST(DbFile, FailedWritesLeaveTheOldFileIntact) {
   mgr.Add(ok);
   auto bad = FailingRecord::Create();
   mgr.Add(bad);
-  EXPECT_EQ(mgr.Write(Quarp::UtString(path.c_str())), Quarp::DbErr::BadRecord);
-  EXPECT_NE(mgr.GetLastErrorText().find("record 2 (FailingRecord) could not be stored"), std::string::npos)
-      << mgr.GetLastErrorText();
+  ExpectError(mgr, mgr.Write(Quarp::UtString(path.c_str())), Quarp::DbErr::BadRecord,
+              "record 2 (FailingRecord) could not be stored");
   EXPECT_EQ(TestSupport::ReadFile(path), before);
-  int files = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(dir)) {
-    (void)entry;
-    ++files;
-  }
-  EXPECT_EQ(files, 1) << "a temporary file was left behind";
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir), {}), 1) << "a temporary file was left behind";
 
   mgr.Remove(Quarp::DbId(2));
   const std::string noDir = (dir / "no-such-dir" / "job.iof").string();
-  EXPECT_EQ(mgr.Write(Quarp::UtString(noDir.c_str())), Quarp::DbErr::Io);
-  EXPECT_NE(mgr.GetLastErrorText().find("no-such-dir"), std::string::npos) << mgr.GetLastErrorText();
+  ExpectError(mgr, mgr.Write(Quarp::UtString(noDir.c_str())), Quarp::DbErr::Io, "no-such-dir");
 
   const std::string isDir = (dir / "sub").string();
   std::filesystem::create_directories(isDir);

@@ -2,7 +2,6 @@
 #include "TestSupport.h"
 
 #include <afx/Afx.h>
-#include <zolt/VecBase.h>
 
 #include <gtest/gtest.h>
 
@@ -34,13 +33,6 @@ TEST(Diagnostics, MessageBoxGoesToTheSinkAndTheUserExceptionIsCatchable) {
   ASSERT_EQ(shown.size(), 1u);
   EXPECT_EQ(shown[0], L"Stream Iterator unable to access entity!");
   EXPECT_THROW(AfxThrowUserException(), CUserException);
-}
-
-TEST(Diagnostics, HostVectorHoldsItsElements) {
-  const Zolt::Math::Vector::VecBase<3, double> v(1.0, 2.0, 3.5);
-  EXPECT_EQ(v[0], 1.0);
-  EXPECT_EQ(v[2], 3.5);
-  EXPECT_EQ(v.Size(), 3);
 }
 
 }  // namespace

@@ -294,12 +294,9 @@ void ExpectEveryGetterReportsAndFallsBack(const DbIOFNciPlaneReference& ref, con
   for (const Getter& g : Getters()) {
     TestSupport::AssertRecorder asserts;
     g.callAndCheckFallback(ref);
-    ASSERT_EQ(asserts.Calls().size(), 1u) << g.function;
-    const auto& call = asserts.Calls()[0];
-    EXPECT_EQ(call.file, "DB/src/DbIOFNciPlaneReference");
-    EXPECT_EQ(call.line, g.line);
-    EXPECT_EQ(call.function, g.function);
-    EXPECT_EQ(call.message, g.function);
+    ASSERT_EQ(asserts.Places(),
+              std::vector<std::string>{"DB/src/DbIOFNciPlaneReference:" + std::to_string(g.line) + " " + g.function});
+    EXPECT_EQ(asserts.Calls()[0].message, g.function);
   }
 }
 

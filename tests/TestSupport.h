@@ -104,6 +104,12 @@ class AssertRecorder {
   AssertRecorder(const AssertRecorder&) = delete;
   AssertRecorder& operator=(const AssertRecorder&) = delete;
   const std::vector<Call>& Calls() const { return m_calls; }
+  // Where the calls came from, as "file:line function".
+  std::vector<std::string> Places() const {
+    std::vector<std::string> places;
+    for (const Call& c : m_calls) places.push_back(c.file + ":" + std::to_string(c.line) + " " + c.function);
+    return places;
+  }
 
  private:
   std::vector<Call> m_calls;
