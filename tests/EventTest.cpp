@@ -14,6 +14,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 using namespace IOF;
 using namespace TestSupport;
 
@@ -22,45 +24,35 @@ namespace {
 // Event class and event base versions (each 0), then the record base.
 const std::string kHead = "00 00" + kRecordBase;
 
+// The dump of a new record of class R after `set` changed it.
+template <class R>
+CString Text(const std::function<void(R&)>& set = {}) {
+  auto r = R::Create();
+  if (set) set(*r);
+  return r->ToIOFString();
+}
+
 TEST(Events, Texts) {
-  const auto sync = [](int id) {
-    auto e = DbIOFEvSync::Create();
-    e->SetSyncId(id);
-    return e->ToIOFString();
-  };
+  using D = DbIOFEvDwell;
   const auto dwell = [](double time, double speed, int direction, bool css) {
-    auto e = DbIOFEvDwell::Create();
-    e->SetDwellTime(time);
-    e->SetSpindleSpeed(speed);
-    e->SetSpindleDir(direction);
-    e->SetIsSpeedUnitCSS(css);
-    return e->ToIOFString();
+    return Text<D>([=](D& e) {
+      e.SetDwellTime(time);
+      e.SetSpindleSpeed(speed);
+      e.SetSpindleDir(direction);
+      e.SetIsSpeedUnitCSS(css);
+    });
   };
-  const auto comp = [](int type) {
-    auto e = DbIOFEvComp::Create();
-    e->SetCompensationType(type);
-    return e->ToIOFString();
-  };
-  const auto feed = [](int units) {
-    auto e = DbIOFEvChangeFeedUnitType::Create();
-    e->SetUnitType(units);
-    return e->ToIOFString();
-  };
-  const auto clamp = [](bool clamping, double time) {
-    auto e = DbIOFEvClamp::Create();
-    e->SetIsClamping(clamping);
-    e->SetTime(time);
-    return e->ToIOFString();
-  };
+  const auto comp = [](int type) { return Text<DbIOFEvComp>([=](auto& e) { e.SetCompensationType(type); }); };
+  const auto feed = [](int units) { return Text<DbIOFEvChangeFeedUnitType>([=](auto& e) { e.SetUnitType(units); }); };
   const std::pair<CString, const wchar_t*> cases[] = {
       // New records.
-      {DbIOFEvSync::Create()->ToIOFString(), L"Sync Event -1"},
-      {DbIOFEvDwell::Create()->ToIOFString(), L"G4 0.000000(sec), 0.000000(rpm), SpindleDir: Not Applicable"},
-      {DbIOFEvComp::Create()->ToIOFString(), L"CComp Change Event: State = G40 "},
-      {DbIOFEvChangeFeedUnitType::Create()->ToIOFString(), L"FeedUnits = //min"},
-      {DbIOFEvClamp::Create()->ToIOFString(), L"Steady Rest Event UnClamp Time:  0.000000(sec)"},
+      {Text<DbIOFEvSync>(), L"Sync Event -1"},
+      {Text<D>(), L"G4 0.000000(sec), 0.000000(rpm), SpindleDir: Not Applicable"},
+      {Text<DbIOFEvComp>(), L"CComp Change Event: State = G40 "},
+      {Text<DbIOFEvChangeFeedUnitType>(), L"FeedUnits = //min"},
+      {Text<DbIOFEvClamp>(), L"Steady Rest Event UnClamp Time:  0.000000(sec)"},
       // Every table text.
-      {sync(12), L"Sync Event 12"},
+      {Text<DbIOFEvSync>([](auto& e) { e.SetSyncId(12); }), L"Sync Event 12"},
       {dwell(1.5, 200, 1, false), L"G4 1.500000(sec), 200.000000(rpm), SpindleDir: Reverse"},
       {dwell(2, 0, 2, false), L"G4 2.000000(sec), 0.000000(rpm), SpindleDir: Stopped"},
       {dwell(0.25, 150, 3, true), L"G4 0.250000(sec), 150.000000(css), SpindleDir: Forward"},
@@ -76,7 +68,11 @@ TEST(Events, Texts) {
       {feed(2), L"FeedUnits = Invtime"},
       {feed(5), L"FeedUnits = //min"},
       {feed(-3), L"FeedUnits = //min"},
-      {clamp(true, 3.5), L"Steady Rest Event Clamp Time:  3.500000(sec)"},
+      {Text<DbIOFEvClamp>([](auto& e) {
+         e.SetIsClamping(true);
+         e.SetTime(3.5);
+       }),
+       L"Steady Rest Event Clamp Time:  3.500000(sec)"},
   };
   for (const auto& [dump, text] : cases) EXPECT_EQ(dump, text);
 }
