@@ -21,35 +21,50 @@ namespace {
 
 enum class Color : std::int32_t { Red = 3 };
 
-struct FieldCase {
-  const char* what;
-  std::function<void(Quarp::UtArchive&)> store;
-  const char* bytes;
-};
+// Stores `value`, checks the bytes, and reads them back into `fresh`, which must then
+// equal `value` with every byte read.
+template <class T>
+void ExpectEncoding(const T& value, const char* hex, T fresh = T{}) {
+  Quarp::UtArchive out(Quarp::UtArchive::Store);
+  out << value;
+  EXPECT_EQ(ToHex(out.GetBytes()), ToHex(Hex(hex))) << hex;
+  Quarp::UtArchive in(Quarp::UtArchive::Load, out.GetBytes());
+  in >> fresh;
+  EXPECT_TRUE(fresh == value) << hex;
+  EXPECT_EQ(in.GetRemaining(), 0u) << hex;
+}
 
-TEST(ArchiveEncoding, BytesOfEveryFieldType) {
-  const std::vector<FieldCase> cases = {
-      {"bool true", [](auto& ar) { ar << true; }, "01"},
-      {"bool false", [](auto& ar) { ar << false; }, "00"},
-      {"int16", [](auto& ar) { ar << std::int16_t{-2}; }, "FE FF"},
-      {"int32", [](auto& ar) { ar << std::int32_t{1}; }, "01 00 00 00"},
-      {"unsigned", [](auto& ar) { ar << 0xDEADBEEFu; }, "EF BE AD DE"},
+TEST(ArchiveEncoding, BytesOfEveryFieldTypeAndBack) {
+  ExpectEncoding(true, "01");
+  ExpectEncoding(false, "00", true);
+  ExpectEncoding(std::int16_t{-2}, "FE FF");
+  ExpectEncoding(std::int32_t{1}, "01 00 00 00");
+  ExpectEncoding(0xDEADBEEFu, "EF BE AD DE");
+  ExpectEncoding(std::int64_t{-1}, "FF FF FF FF FF FF FF FF");
+  ExpectEncoding(std::uint64_t{0x0102030405060708ull}, "08 07 06 05 04 03 02 01");
+  ExpectEncoding(1.0, "00 00 00 00 00 00 F0 3F");
+  ExpectEncoding(-2.5, "00 00 00 00 00 00 04 C0");
+  ExpectEncoding(Quarp::DbId(0x0102030405060708ull), "08 07 06 05 04 03 02 01");
+  ExpectEncoding(Color::Red, "03 00 00 00");
+  ExpectEncoding(CString(), "00 00 00 00", CString(L"not empty"));
+  ExpectEncoding(CString(L"AB"), "02 00 00 00 41 00 42 00");
+  ExpectEncoding(CString(L"\U0001F600"), "02 00 00 00 3D D8 00 DE");  // outside the BMP: a surrogate pair
+
+  struct Case {
+    const char* what;
+    std::function<void(Quarp::UtArchive&)> store;
+    const char* bytes;
+  };
+  const std::vector<Case> cases = {
       {"long is four bytes", [](auto& ar) { Quarp::WriteLong(ar, -2L); }, "FE FF FF FF"},
-      {"int64", [](auto& ar) { ar << std::int64_t{-1}; }, "FF FF FF FF FF FF FF FF"},
-      {"uint64", [](auto& ar) { ar << std::uint64_t{0x0102030405060708ull}; }, "08 07 06 05 04 03 02 01"},
-      {"double 1.0", [](auto& ar) { ar << 1.0; }, "00 00 00 00 00 00 F0 3F"},
-      {"double -2.5", [](auto& ar) { ar << -2.5; }, "00 00 00 00 00 00 04 C0"},
-      {"DbId", [](auto& ar) { ar << Quarp::DbId(0x0102030405060708ull); }, "08 07 06 05 04 03 02 01"},
-      {"enumeration", [](auto& ar) { ar << Color::Red; }, "03 00 00 00"},
-      {"empty CString", [](auto& ar) { ar << CString(); }, "00 00 00 00"},
-      {"CString AB", [](auto& ar) { ar << CString(L"AB"); }, "02 00 00 00 41 00 42 00"},
-      {"CString outside the BMP", [](auto& ar) { ar << CString(L"\U0001F600"); }, "02 00 00 00 3D D8 00 DE"},
       {"version 0", [](auto& ar) { Quarp::UtSerializeVersion(ar, 0); }, "00"},
       {"version 9", [](auto& ar) { Quarp::UtSerializeVersion(ar, 9); }, "09"},
       {"version 200", [](auto& ar) { Quarp::UtSerializeVersion(ar, 200); }, "C8 01"},
       {"empty id array", [](auto& ar) { Quarp::UtSArrayEx<Quarp::DbId>().Serialize(ar); }, "00"},
       {"id array",
-       [](auto& ar) { Quarp::UtSArrayEx<Quarp::DbId>{Quarp::DbId(5), Quarp::DbId(300)}.Serialize(ar); },
+       [](auto& ar) {
+         Quarp::UtSArrayEx<Quarp::DbId>{Quarp::DbId(5), Quarp::DbId(300)}.Serialize(ar);
+       },
        "02 05 AC 02"},
       {"byte array",
        [](auto& ar) {
@@ -60,44 +75,14 @@ TEST(ArchiveEncoding, BytesOfEveryFieldType) {
        },
        "00 02 00 00 00 00 00 00 00 0A 00 00 00 00 00 00 00 01 02"},
   };
-  for (const FieldCase& c : cases) {
+  for (const Case& c : cases) {
     Quarp::UtArchive ar(Quarp::UtArchive::Store);
     c.store(ar);
     EXPECT_EQ(ToHex(ar.GetBytes()), ToHex(Hex(c.bytes))) << c.what;
   }
-}
-
-TEST(ArchiveEncoding, ValuesReadBack) {
-  Quarp::UtArchive out(Quarp::UtArchive::Store);
-  out << true << std::int16_t{-7} << std::int32_t{-123456} << 0xFFFFFFFFu << std::int64_t{-9} << 3.25
-      << Quarp::DbId(77) << CString(L"name") << CString() << Color::Red;
-  Quarp::WriteLong(out, 123456789L);
-  const Bytes bytes = out.GetBytes();
-
-  Quarp::UtArchive in(Quarp::UtArchive::Load, bytes);
-  bool b = false;
-  std::int16_t s = 0;
-  std::int32_t i = 0;
-  unsigned u = 0;
-  std::int64_t l = 0;
-  double d = 0;
-  Quarp::DbId id;
-  CString name(L"x"), empty(L"not empty");
-  Color color{};
-  in >> b >> s >> i >> u >> l >> d >> id >> name >> empty >> color;
-  const long lg = Quarp::ReadLong(in);
-  EXPECT_TRUE(b);
-  EXPECT_EQ(s, -7);
-  EXPECT_EQ(i, -123456);
-  EXPECT_EQ(u, 0xFFFFFFFFu);
-  EXPECT_EQ(l, -9);
-  EXPECT_EQ(d, 3.25);
-  EXPECT_EQ(id, Quarp::DbId(77));
-  EXPECT_EQ(name, L"name");
-  EXPECT_TRUE(empty.IsEmpty());
-  EXPECT_EQ(color, Color::Red);
-  EXPECT_EQ(lg, 123456789L);
-  EXPECT_EQ(in.GetRemaining(), 0u);
+  const Bytes longBytes = Hex("15 CD 5B 07");
+  Quarp::UtArchive in(Quarp::UtArchive::Load, longBytes);
+  EXPECT_EQ(Quarp::ReadLong(in), 123456789L);
 }
 
 TEST(ArchiveEncoding, StringWithLengthBelowOneIsEmptyAndReadsOnlyItsLength) {
@@ -111,7 +96,17 @@ TEST(ArchiveEncoding, StringWithLengthBelowOneIsEmptyAndReadsOnlyItsLength) {
   }
 }
 
-TEST(ArchiveEncoding, ShortOrOverlongDataIsRefusedBeforeAllocating) {
+TEST(ArchiveEncoding, ShortOverlongAndUnknownDataIsRefusedBeforeAllocating) {
+  using E = Quarp::UtArchiveException;
+  const auto readString = [](Quarp::UtArchive& ar) {
+    CString s;
+    ar >> s;
+  };
+  const auto readIds = [](Quarp::UtArchive& ar) { Quarp::UtSArrayEx<Quarp::DbId>().Serialize(ar); };
+  const auto readBytes = [](Quarp::UtArchive& ar) { Quarp::UtArrayEx<unsigned char>().Serialize(ar); };
+  const auto readCount = [](Quarp::UtArchive& ar) { ar.ReadCount(); };
+  Quarp::UtObject* object = nullptr;
+  const auto readObject = [&](Quarp::UtArchive& ar) { ar.ReadObject(object); };
   struct Case {
     const char* what;
     const char* bytes;
@@ -119,35 +114,17 @@ TEST(ArchiveEncoding, ShortOrOverlongDataIsRefusedBeforeAllocating) {
     int cause;
   };
   const std::vector<Case> cases = {
-      {"int32 from three bytes", "01 02 03", [](auto& ar) { ar.template ReadRaw<std::int32_t>(); },
-       Quarp::UtArchiveException::endOfFile},
-      {"string longer than the data", "05 00 00 00 41 00",
-       [](auto& ar) {
-         CString s;
-         ar >> s;
-       },
-       Quarp::UtArchiveException::tooLarge},
-      {"string claiming two billion units", "FF FF FF 7F",
-       [](auto& ar) {
-         CString s;
-         ar >> s;
-       },
-       Quarp::UtArchiveException::tooLarge},
-      {"id array claiming more ids than bytes", "FF FF FF FF 0F 01",
-       [](auto& ar) {
-         Quarp::UtSArrayEx<Quarp::DbId> a;
-         a.Serialize(ar);
-       },
-       Quarp::UtArchiveException::tooLarge},
-      {"byte array claiming more bytes than remain", "00 FF 00 00 00 00 00 00 00 0A 00 00 00 00 00 00 00 01",
-       [](auto& ar) {
-         Quarp::UtArrayEx<unsigned char> a;
-         a.Serialize(ar);
-       },
-       Quarp::UtArchiveException::tooLarge},
-      {"unterminated compact integer", "80 80", [](auto& ar) { ar.ReadCount(); }, Quarp::UtArchiveException::endOfFile},
-      {"compact integer beyond 64 bits", "FF FF FF FF FF FF FF FF FF 7F", [](auto& ar) { ar.ReadCount(); },
-       Quarp::UtArchiveException::generic},
+      {"int32 from three bytes", "01 02 03", [](auto& ar) { ar.template ReadRaw<std::int32_t>(); }, E::endOfFile},
+      {"string longer than the data", "05 00 00 00 41 00", readString, E::tooLarge},
+      {"string claiming two billion units", "FF FF FF 7F", readString, E::tooLarge},
+      {"id array claiming more ids than bytes", "FF FF FF FF 0F 01", readIds, E::tooLarge},
+      {"byte array claiming more bytes than remain", "00 FF 00 00 00 00 00 00 00 0A 00 00 00 00 00 00 00 01", readBytes,
+       E::tooLarge},
+      {"unterminated compact integer", "80 80", readCount, E::endOfFile},
+      {"compact integer beyond 64 bits", "FF FF FF FF FF FF FF FF FF 7F", readCount, E::generic},
+      {"unknown class \"NoneX\"", "01 05 4E 6F 6E 65 58", readObject, E::badClass},
+      {"tag of a class never named", "05", readObject, E::badIndex},
+      {"empty class name", "01 00", readObject, E::badClass},
   };
   for (const Case& c : cases) {
     const Bytes data = Hex(c.bytes);
@@ -157,8 +134,8 @@ TEST(ArchiveEncoding, ShortOrOverlongDataIsRefusedBeforeAllocating) {
       ADD_FAILURE() << c.what << ": no exception";
     } catch (const Quarp::UtArchiveException& e) {
       EXPECT_EQ(e.m_cause, c.cause) << c.what << ": " << e.what();
-      EXPECT_NE(e.m_cause, Quarp::UtArchiveException::badSchema) << c.what;
     }
+    EXPECT_EQ(object, nullptr) << c.what;
   }
 }
 
@@ -220,26 +197,6 @@ TEST(ArchiveObjects, WriteObjectAndReadObjectCarryTheClass) {
   EXPECT_EQ(rb->m_Extra, 0.5);
   EXPECT_EQ(rc->m_Value, 3);
   EXPECT_STREQ(rc->GetObjectClassName(), "TestRecord");
-}
-
-TEST(ArchiveObjects, UnknownClassesAndDanglingTagsAreRefused) {
-  const std::vector<std::pair<const char*, int>> cases = {
-      {"01 05 4E 6F 6E 65 58", Quarp::UtArchiveException::badClass},  // "NoneX"
-      {"05", Quarp::UtArchiveException::badIndex},                     // tag of a class never named
-      {"01 00", Quarp::UtArchiveException::badClass},                  // empty class name
-  };
-  for (const auto& [hex, cause] : cases) {
-    const Bytes data = Hex(hex);
-    Quarp::UtArchive in(Quarp::UtArchive::Load, data);
-    Quarp::UtObject* o = nullptr;
-    try {
-      in.ReadObject(o);
-      ADD_FAILURE() << hex;
-    } catch (const Quarp::UtArchiveException& e) {
-      EXPECT_EQ(e.m_cause, cause) << hex << ": " << e.what();
-    }
-    EXPECT_EQ(o, nullptr);
-  }
 }
 
 TEST(ArchiveArrays, IdArrayRoundTripsAndOffersTheClassicInterface) {

@@ -153,26 +153,25 @@ TEST(UtIOFAttribItem, TextsAndTypes) {
   EXPECT_FALSE(flags.IsSyncMgrTokenAttrib());
 }
 
-TEST(UtIOFAttribMap, ArchiveBytes) {
+TEST(UtIOFAttribMap, ArchiveForm) {
   UtIOFAttribMap empty;
   // The map's version, then its 32-bit count.
-  EXPECT_EQ(ToHex(TestSupport::Store(empty)), "00 00 00 00 00");
-
+  TestSupport::ExpectStores(empty, "00 00 00 00 00");
   UtIOFAttribMap one;
   one.AddAttribute(CString(L"A"), 5);
-  const Bytes expected = Hex(
-      "00"                                                        // map version
-      "01 00 00 00"                                               // one entry
+  TestSupport::ExpectStores(
+      one,
+      "00"                                                           // map version
+      "01 00 00 00"                                                  // one entry
       "01 12 55 74 49 4F 46 41 74 74 72 69 62 49 74 65 6D 49 6E 74"  // new class "UtIOFAttribItemInt"
-      "00"                                                        // item version
-      "00"                                                        // base item version
-      "01 00 00 00 41 00"                                         // key "A"
-      "00 00 00 00"                                               // flags
-      "05 00 00 00");                                             // value
-  EXPECT_EQ(ToHex(TestSupport::Store(one)), ToHex(expected));
-}
+      "00"                                                           // item version
+      "00"                                                           // base item version
+      "01 00 00 00 41 00"                                            // key "A"
+      "00 00 00 00"                                                  // flags
+      "05 00 00 00");                                                // value
+  TestSupport::ExpectNewerVersionRefused(one, 0, 1);
 
-TEST(UtIOFAttribMap, EveryItemTypeRoundTrips) {
+  // Every item type, with its class, flags and value, reads back.
   UtIOFAttribMap map;
   map.AddAttribute(CString(L"b"), true);
   map.AddAttribute(CString(L"i"), 7);
@@ -183,14 +182,9 @@ TEST(UtIOFAttribMap, EveryItemTypeRoundTrips) {
   map.FindAttrib(CString(L"d"))->SetFlags(0xF0);
   UtIOFAttribMap back;
   ASSERT_TRUE(TestSupport::LoadAll(back, TestSupport::Store(map)));
-  ASSERT_EQ(back.GetCount(), 6u);
-  for (const auto& [key, item] : map) {
-    const UtIOFAttribItem* other = back.FindAttrib(key);
-    ASSERT_NE(other, nullptr) << key;
-    EXPECT_EQ(other->ToString(), item->ToString());
-    EXPECT_EQ(other->GetFlags(), item->GetFlags());
-    EXPECT_STREQ(other->GetObjectClassName(), item->GetObjectClassName());
-  }
+  EXPECT_EQ(back.GetCount(), 6u);
+  EXPECT_EQ(back.TraceLines(L""), map.TraceLines(L""));
+  EXPECT_EQ(ToHex(TestSupport::Store(back)), ToHex(TestSupport::Store(map)));
 }
 
 TEST(UtIOFAttribMap, ADuplicateKeyOnLoadIsReportedAndDropped) {
@@ -205,18 +199,10 @@ TEST(UtIOFAttribMap, ADuplicateKeyOnLoadIsReportedAndDropped) {
   TestSupport::AssertRecorder recorder;
   UtIOFAttribMap back;
   ASSERT_TRUE(TestSupport::LoadAll(back, bytes));
-  ASSERT_EQ(recorder.Calls().size(), 1u);
-  EXPECT_EQ(recorder.Calls()[0].file, "DB/src/UtAttribute");
-  EXPECT_EQ(recorder.Calls()[0].line, 406);
-  EXPECT_EQ(recorder.Calls()[0].function, "IOF::UtIOFAttribMap::Serialize");
+  EXPECT_EQ(recorder.Places(), std::vector<std::string>{"DB/src/UtAttribute:406 IOF::UtIOFAttribMap::Serialize"});
   int v = 0;
   back.GetIntAttribVal(CString(L"A"), v);
   EXPECT_EQ(v, 5);
-}
-
-TEST(UtIOFAttribMap, ANewerVersionIsRefused) {
-  UtIOFAttribMap map;
-  EXPECT_EQ(TestSupport::LoadCause(map, Hex("01 00 00 00 00")), 2);
 }
 
 TEST(UtIOFAttribMap, TraceLines) {

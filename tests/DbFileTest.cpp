@@ -61,8 +61,7 @@ struct Frame {
 
 // Builds a file image by hand, so that tests can forge files the library never writes.
 Bytes BuildFile(const std::vector<std::string>& classes, const std::vector<Frame>& frames, std::uint64_t nextId,
-                std::optional<std::uint64_t> count = std::nullopt, std::uint32_t version = 1,
-                std::uint32_t flags = 0) {
+                std::optional<std::uint64_t> count = std::nullopt, std::uint32_t version = 1, std::uint32_t flags = 0) {
   Bytes f = Hex("89 49 4F 46 0D 0A 1A 0A");
   PutRaw<std::uint32_t>(f, version);
   PutRaw<std::uint32_t>(f, flags);
@@ -99,6 +98,26 @@ struct Populated {
   }
 };
 
+// The file image of `n` test records, with a child record after them when `child` is set.
+Bytes SmallFile(int n, bool child = false) {
+  Quarp::DbMgr source;
+  for (int i = 0; i < n; ++i) {
+    auto rec = TestRecord::Create(i, L"name");
+    source.Add(rec);
+  }
+  auto extra = TestRecordChild::Create();
+  if (child) source.Add(extra);
+  Bytes file;
+  EXPECT_EQ(source.WriteToMemory(file), Quarp::DbErr::Ok);
+  return file;
+}
+
+// `err` is `expected`, and the manager's last error text contains `fragment`.
+void ExpectError(const Quarp::DbMgr& mgr, Quarp::DbErr err, Quarp::DbErr expected, const std::string& fragment) {
+  EXPECT_EQ(err, expected) << mgr.GetLastErrorText();
+  EXPECT_NE(mgr.GetLastErrorText().find(fragment), std::string::npos) << mgr.GetLastErrorText();
+}
+
 TEST(DbFile, ExactBytesOfASmallDatabase) {
   Quarp::DbMgr mgr;
   auto a = TestRecord::Create(42, L"AB");
@@ -109,25 +128,25 @@ TEST(DbFile, ExactBytesOfASmallDatabase) {
   Bytes file;
   ASSERT_EQ(mgr.WriteToMemory(file), Quarp::DbErr::Ok);
 
-  const Bytes body = Hex(
-      "89 49 4F 46 0D 0A 1A 0A"      // magic
-      "01 00 00 00"                  // format version
-      "00 00 00 00"                  // flags
-      "02 00 00 00 00 00 00 00"      // records
-      "03 00 00 00 00 00 00 00"      // next id
-      "02 00 00 00"                  // classes
-      "0A 54 65 73 74 52 65 63 6F 72 64"                 // "TestRecord"
-      "0F 54 65 73 74 52 65 63 6F 72 64 43 68 69 6C 64"  // "TestRecordChild"
-      "01 00 0D 01 2A 00 00 00 02 00 00 00 41 00 42 00"  // id +1, class 0, 13 bytes
-      "01 01 12 00 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 E0 3F");  // id +1, class 1, 18 bytes
+  const Bytes body =
+      Hex("89 49 4F 46 0D 0A 1A 0A"                                           // magic
+          "01 00 00 00"                                                       // format version
+          "00 00 00 00"                                                       // flags
+          "02 00 00 00 00 00 00 00"                                           // records
+          "03 00 00 00 00 00 00 00"                                           // next id
+          "02 00 00 00"                                                       // classes
+          "0A 54 65 73 74 52 65 63 6F 72 64"                                  // "TestRecord"
+          "0F 54 65 73 74 52 65 63 6F 72 64 43 68 69 6C 64"                   // "TestRecordChild"
+          "01 00 0D 01 2A 00 00 00 02 00 00 00 41 00 42 00"                   // id +1, class 0, 13 bytes
+          "01 01 12 00 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 E0 3F");  // id +1, class 1, 18 bytes
   ASSERT_EQ(file.size(), body.size() + 8);
   EXPECT_EQ(ToHex(Bytes(file.begin(), file.end() - 8)), ToHex(body));
   const std::uint64_t sum = XXH3_64bits(body.data(), body.size());
   EXPECT_EQ(std::memcmp(file.data() + body.size(), &sum, 8), 0);
   // BuildFile forges the same image.
-  EXPECT_EQ(file, BuildFile({"TestRecord", "TestRecordChild"},
-                            {{1, 0, kRecord42AB}, {1, 1, Hex("00 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 E0 3F")}},
-                            3));
+  EXPECT_EQ(file,
+            BuildFile({"TestRecord", "TestRecordChild"},
+                      {{1, 0, kRecord42AB}, {1, 1, Hex("00 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 E0 3F")}}, 3));
 }
 
 TEST(DbFile, RoundTripThroughAFileKeepsIdsAndValues) {
@@ -246,9 +265,8 @@ TEST(DbFile, BadInputEndsInAnErrorThatSaysWhatIsWrong) {
   };
   for (const BadFile& c : cases) {
     Populated target;
-    EXPECT_EQ(target.mgr.ReadFromMemory(c.bytes), c.err) << c.what << ": " << target.mgr.GetLastErrorText();
-    EXPECT_NE(target.mgr.GetLastErrorText().find(c.message), std::string::npos)
-        << c.what << ": " << target.mgr.GetLastErrorText();
+    SCOPED_TRACE(c.what);
+    ExpectError(target.mgr, target.mgr.ReadFromMemory(c.bytes), c.err, c.message);
     EXPECT_TRUE(target.Unchanged()) << c.what;
   }
 }
@@ -269,17 +287,10 @@ TEST(DbFile, ARecordFromANewerLibraryThrowsTheVersionError) {
 }
 
 TEST(DbFile, EveryTruncationAndEveryFlippedByteIsRefused) {
-  Quarp::DbMgr source;
-  for (int i = 0; i < 3; ++i) {
-    auto rec = TestRecord::Create(i, L"name");
-    source.Add(rec);
-  }
-  Bytes good;
-  ASSERT_EQ(source.WriteToMemory(good), Quarp::DbErr::Ok);
+  const Bytes good = SmallFile(3);
   for (std::size_t n = 0; n < good.size(); ++n) {
     Quarp::DbMgr mgr;
-    EXPECT_NE(mgr.ReadFromMemory(Bytes(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(n))),
-              Quarp::DbErr::Ok)
+    EXPECT_NE(mgr.ReadFromMemory(Bytes(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(n))), Quarp::DbErr::Ok)
         << "prefix of " << n << " bytes";
   }
   for (std::size_t i = 0; i < good.size(); ++i) {
@@ -295,15 +306,7 @@ TEST(DbFile, EveryTruncationAndEveryFlippedByteIsRefused) {
 // reached: loading must end in Ok or an error, never a crash (the sanitizer build
 // checks every access).
 TEST(DbFile, RandomDamageNeverCrashes) {
-  Quarp::DbMgr source;
-  for (int i = 0; i < 4; ++i) {
-    auto rec = TestRecord::Create(i, L"abc");
-    source.Add(rec);
-  }
-  auto child = TestRecordChild::Create();
-  source.Add(child);
-  Bytes good;
-  ASSERT_EQ(source.WriteToMemory(good), Quarp::DbErr::Ok);
+  const Bytes good = SmallFile(4, true);
   std::mt19937 rng(12345);
   int loaded = 0;
   for (int iteration = 0; iteration < 3000; ++iteration) {
@@ -328,24 +331,20 @@ TEST(DbFile, FilesThatCannotBeReadGiveAnError) {
   Quarp::DbMgr mgr;
   const std::string missing = TestSupport::TempPath("missing.iof");
   std::filesystem::remove(missing);
-  EXPECT_EQ(mgr.Read(Quarp::UtString(missing.c_str()), false), Quarp::DbErr::NotFound);
-  EXPECT_NE(mgr.GetLastErrorText().find("missing.iof"), std::string::npos) << mgr.GetLastErrorText();
+  ExpectError(mgr, mgr.Read(Quarp::UtString(missing.c_str()), false), Quarp::DbErr::NotFound, "missing.iof");
 
   const std::string dir = TestSupport::TempPath("a-directory");
   std::filesystem::create_directories(dir);
-  EXPECT_EQ(mgr.Read(Quarp::UtString(dir.c_str()), false), Quarp::DbErr::Io);
-  EXPECT_NE(mgr.GetLastErrorText().find("directory"), std::string::npos) << mgr.GetLastErrorText();
+  ExpectError(mgr, mgr.Read(Quarp::UtString(dir.c_str()), false), Quarp::DbErr::Io, "directory");
 
   const std::string fifo = TestSupport::TempPath("a-fifo");
   std::filesystem::remove(fifo);
   ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
-  EXPECT_EQ(mgr.Read(Quarp::UtString(fifo.c_str()), false), Quarp::DbErr::Io);
-  EXPECT_NE(mgr.GetLastErrorText().find("not a regular file"), std::string::npos) << mgr.GetLastErrorText();
+  ExpectError(mgr, mgr.Read(Quarp::UtString(fifo.c_str()), false), Quarp::DbErr::Io, "not a regular file");
 
   const std::string empty = TestSupport::TempPath("empty.iof");
   TestSupport::WriteFile(empty, {});
-  EXPECT_EQ(mgr.Read(Quarp::UtString(empty.c_str()), false), Quarp::DbErr::NotAnIofFile);
-  EXPECT_NE(mgr.GetLastErrorText().find("empty.iof"), std::string::npos) << mgr.GetLastErrorText();
+  ExpectError(mgr, mgr.Read(Quarp::UtString(empty.c_str()), false), Quarp::DbErr::NotAnIofFile, "empty.iof");
 }
 
 TEST(DbFile, FailedWritesLeaveTheOldFileIntact) {
@@ -359,21 +358,14 @@ TEST(DbFile, FailedWritesLeaveTheOldFileIntact) {
   mgr.Add(ok);
   auto bad = FailingRecord::Create();
   mgr.Add(bad);
-  EXPECT_EQ(mgr.Write(Quarp::UtString(path.c_str())), Quarp::DbErr::BadRecord);
-  EXPECT_NE(mgr.GetLastErrorText().find("record 2 (FailingRecord) could not be stored"), std::string::npos)
-      << mgr.GetLastErrorText();
+  ExpectError(mgr, mgr.Write(Quarp::UtString(path.c_str())), Quarp::DbErr::BadRecord,
+              "record 2 (FailingRecord) could not be stored");
   EXPECT_EQ(TestSupport::ReadFile(path), before);
-  int files = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(dir)) {
-    (void)entry;
-    ++files;
-  }
-  EXPECT_EQ(files, 1) << "a temporary file was left behind";
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir), {}), 1) << "a temporary file was left behind";
 
   mgr.Remove(Quarp::DbId(2));
   const std::string noDir = (dir / "no-such-dir" / "job.iof").string();
-  EXPECT_EQ(mgr.Write(Quarp::UtString(noDir.c_str())), Quarp::DbErr::Io);
-  EXPECT_NE(mgr.GetLastErrorText().find("no-such-dir"), std::string::npos) << mgr.GetLastErrorText();
+  ExpectError(mgr, mgr.Write(Quarp::UtString(noDir.c_str())), Quarp::DbErr::Io, "no-such-dir");
 
   const std::string isDir = (dir / "sub").string();
   std::filesystem::create_directories(isDir);
@@ -383,7 +375,7 @@ TEST(DbFile, FailedWritesLeaveTheOldFileIntact) {
   // And a successful write replaces the file in one step, keeping its permissions.
   ::chmod(path.c_str(), 0640);
   EXPECT_EQ(mgr.Write(Quarp::UtString(path.c_str())), Quarp::DbErr::Ok) << mgr.GetLastErrorText();
-  struct stat st{};
+  struct stat st {};
   ASSERT_EQ(::stat(path.c_str(), &st), 0);
   EXPECT_EQ(st.st_mode & 0777, 0640u);
   Quarp::DbMgr back;

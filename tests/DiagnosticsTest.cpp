@@ -2,7 +2,6 @@
 #include "TestSupport.h"
 
 #include <afx/Afx.h>
-#include <zolt/VecBase.h>
 
 #include <gtest/gtest.h>
 
@@ -10,8 +9,8 @@ namespace {
 
 TEST(Diagnostics, TheHandlerCanBeReplacedAndRestored) {
   std::vector<std::string> seen;
-  auto previous = Zolt::Diagnostics::SetAssertHandler(
-      [&](const char* file, int line, const char* function, const char* message) {
+  auto previous =
+      Zolt::Diagnostics::SetAssertHandler([&](const char* file, int line, const char* function, const char* message) {
         seen.push_back(std::string(file) + ":" + std::to_string(line) + ":" + function + ":" + message);
       });
   Zolt::Diagnostics::Details::InvokeCurrentAssertHandler("DB/src/X", 12, "IOF::X::Y", "msg");
@@ -34,13 +33,6 @@ TEST(Diagnostics, MessageBoxGoesToTheSinkAndTheUserExceptionIsCatchable) {
   ASSERT_EQ(shown.size(), 1u);
   EXPECT_EQ(shown[0], L"Stream Iterator unable to access entity!");
   EXPECT_THROW(AfxThrowUserException(), CUserException);
-}
-
-TEST(Diagnostics, HostVectorHoldsItsElements) {
-  const Zolt::Math::Vector::VecBase<3, double> v(1.0, 2.0, 3.5);
-  EXPECT_EQ(v[0], 1.0);
-  EXPECT_EQ(v[2], 3.5);
-  EXPECT_EQ(v.Size(), 3);
 }
 
 }  // namespace

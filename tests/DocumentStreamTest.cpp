@@ -1,5 +1,6 @@
 // The document and its streams: stream lookup rules, the de-duplicating adders, old
 // layouts, comparison and texts.
+#include "CompareOrderSupport.h"
 #include "RecordingVisitor.h"
 #include "TestSupport.h"
 
@@ -15,14 +16,9 @@
 
 using namespace IOF;
 using Quarp::DbId;
-using TestSupport::Bytes;
-using TestSupport::Hex;
-using TestSupport::ToHex;
+using namespace TestSupport;
 
 namespace {
-
-// A record base (its version, an empty name, no attributes, no sub-lists).
-const std::string kEmptyBase = "00  00 00 00 00  00 00 00 00 00  00";
 
 TEST(DbIOFDocument, ANewDocument) {
   auto doc = DbIOFDocument::Create();
@@ -94,49 +90,49 @@ TEST(DbIOFDocument, ArchiveBytesAndTheVersion0Reader) {
   doc->SetJobSetupID(DbId(5));
   doc->SetMachineInfoID(DbId(6));
   doc->SetUseTCPForSimulationByDefault(true);
-  const Bytes bytes = TestSupport::Store(*doc);
-  EXPECT_EQ(ToHex(bytes), ToHex(Hex("01" + kEmptyBase +
-                                    "01 02"                    // stream ids: one, id 2
-                                    "01"                       // m_IsMetric
-                                    "01 00 00 00 41 00"        // m_FileName
-                                    "00 00 00 00"              // m_NcFilename
-                                    "05 00 00 00 00 00 00 00"  // job setup id
-                                    "06 00 00 00 00 00 00 00"  // machine info id
-                                    "01")));                   // m_UseTCPForSimulationByDefault
+  ExpectStores(*doc, "01" + kRecordBase +
+                         "01 02"                    // stream ids: one, id 2
+                         "01"                       // m_IsMetric
+                         "01 00 00 00 41 00"        // m_FileName
+                         "00 00 00 00"              // m_NcFilename
+                         "05 00 00 00 00 00 00 00"  // job setup id
+                         "06 00 00 00 00 00 00 00"  // machine info id
+                         "01");                     // m_UseTCPForSimulationByDefault
+  const Bytes bytes = Store(*doc);
   auto back = DbIOFDocument::Create();
-  ASSERT_TRUE(TestSupport::LoadAll(*back, bytes));
-  EXPECT_EQ(back->GetJobSetupID(), DbId(5));
-  EXPECT_TRUE(back->GetUseTCPForSimulationByDefault());
+  ASSERT_TRUE(LoadAll(*back, bytes));
+  EXPECT_EQ(Fields(*back), Fields(*doc));
 
   Bytes v0(bytes.begin(), bytes.end() - 1);
   v0[0] = 0;
   auto old = DbIOFDocument::Create();
-  ASSERT_TRUE(TestSupport::LoadAll(*old, v0));
+  ASSERT_TRUE(LoadAll(*old, v0));
   EXPECT_FALSE(old->GetUseTCPForSimulationByDefault());
   EXPECT_EQ(old->GetMachineInfoID(), DbId(6));
-  Bytes v2 = bytes;
-  v2[0] = 2;
-  EXPECT_EQ(TestSupport::LoadCause(*old, v2), 2);
+  ExpectNewerVersionRefused(*doc, 0, 1 + kRecordBaseSize);
 }
 
-TEST(DbIOFDocument, CompareAndCopy) {
+TEST(DbIOFDocument, ComparisonOrderAndCopy) {
+  using D = DbIOFDocument;
+  ExpectReportOrder<D>({
+      // The job setup and machine info ids are not compared.
+      {[](D& d, bool) { d.SetJobSetupID(DbId(9)); }, nullptr},
+      {[](D& d, bool) { d.SetMachineInfoID(DbId(8)); }, nullptr},
+      {[](D& d, bool on) { d.SetIOFName(on ? L"D" : L""); }, L"Difference Detected: m_Name -  vs D\n"},
+      {[](D& d, bool on) { d.SetIsMetric(!on); }, L"Difference Detected: m_IsMetric - true vs false\n"},
+      {[](D& d, bool on) { d.SetFileName(on ? L"f" : L""); }, L"Difference Detected: m_FileName -  vs f\n"},
+      {[](D& d, bool on) { d.SetNcFilename(on ? L"n" : L""); }, L"Difference Detected: m_NcFilename -  vs n\n"},
+      {[](D& d, bool on) { d.SetUseTCPForSimulationByDefault(on); },
+       L"Difference Detected: m_UseTCPForSimulationByDefault - false vs true\n"},
+      {[](D& d, bool on) { d.GetStreams() = on ? Quarp::UtSArrayEx<DbId>{DbId(4)} : Quarp::UtSArrayEx<DbId>(); },
+       L"Difference Detected: TotalStreams - 0 vs 1\n"},
+  });
+
   auto a = DbIOFDocument::Create();
   auto b = DbIOFDocument::Create();
-  b->SetJobSetupID(DbId(9));
   b->SetMachineInfoID(DbId(8));
-  CString report;
-  EXPECT_TRUE(a->Compare(b, report));  // the job setup and machine info ids are not compared
   b->GetStreams().Add(DbId(4));
-  EXPECT_FALSE(a->Compare(b, report));
-  EXPECT_EQ(report, L"Difference Detected: TotalStreams - 0 vs 1\n");
   b->SetIsMetric(false);
-  report.Empty();
-  EXPECT_FALSE(a->Compare(b, report));
-  EXPECT_EQ(report, L"Difference Detected: m_IsMetric - true vs false\n");
-  report.Empty();
-  EXPECT_FALSE(a->Compare(DbIOFList::Create(0), report));
-  EXPECT_EQ(report, L"Incompatible types.\n");
-
   a->SetJobSetupID(DbId(1));
   a->GetStreams().Add(DbId(77));
   a->Copy(*b, Quarp::DbCloneMode::Normal, nullptr);
@@ -243,74 +239,76 @@ TEST(DbIOFStream, ArchiveBytesAndOldLayouts) {
   stream->GetLatheCannedTurnIdList().Add(DbId(9));
   stream->SetNCOutputFile(CString(L"N"));
   stream->PushBack(DbId(7));
-  const Bytes bytes = TestSupport::Store(*stream);
-  const std::string list = "00" + kEmptyBase + "01 00 00 00 01 00 00 00 07 00 00 00 00 00 00 00";
+  const Bytes bytes = Store(*stream);
+  const std::string list = "00" + kRecordBase + "01 00 00 00 01 00 00 00 07 00 00 00 00 00 00 00";
   const std::string tail =
       "01 00 00 00 4E 00"         // m_NCOutputFile
       "00 00 00 00 00 00 00 00";  // m_DefaultReferenceReturnPositionId
-  EXPECT_EQ(ToHex(bytes), ToHex(Hex("01" + list +
-                                    "03 00 00 00"                                     // m_StreamId
-                                    "01"                                              // m_AxisCombinationDefined
-                                    "01 07"                                           // tool changes
-                                    "07 00 00 00 00 00 00 00 07 00 00 00 00 00 00 00"  // first, last
-                                    "00"                                              // tool planes
-                                    "01 09" +                                         // lathe canned turns
-                                    tail)));
+  ExpectArchive(*stream, "01" + list +
+                             "03 00 00 00"                                      // m_StreamId
+                             "01"                                               // m_AxisCombinationDefined
+                             "01 07"                                            // tool changes
+                             "07 00 00 00 00 00 00 00 07 00 00 00 00 00 00 00"  // first, last
+                             "00"                                               // tool planes
+                             "01 09" +                                          // lathe canned turns
+                             tail);
   // Version 0 held one more id list before the lathe canned turns; it is dropped.
   const Bytes v0 = Hex("00" + list + "03 00 00 00 01 01 07 07 00 00 00 00 00 00 00 07 00 00 00 00 00 00 00 00" +
                        "02 0B 0C" + "01 09" + tail);
   auto old = DbIOFStream::Create(0);
-  ASSERT_TRUE(TestSupport::LoadAll(*old, v0));
-  EXPECT_EQ(old->GetStreamId(), 3);
-  ASSERT_EQ(old->GetLatheCannedTurnIdList().GetSize(), 1);
-  EXPECT_EQ(old->GetLatheCannedTurnIdList()[0], DbId(9));
-  EXPECT_EQ(old->GetNCOutputFile(), L"N");
-  EXPECT_EQ(old->Size(), 1);
-  Bytes v2 = bytes;
-  v2[0] = 2;
-  std::size_t stopped = 0;
-  EXPECT_EQ(TestSupport::LoadCause(*old, v2, &stopped), 2);
-  EXPECT_EQ(stopped, 1 + 12 + 16u);  // after the list part
+  ASSERT_TRUE(LoadAll(*old, v0));
+  EXPECT_EQ(Fields(*old), Fields(*stream));
+  ExpectNewerVersionRefused(*stream, 0, 1 + 1 + kRecordBaseSize + 16);  // after the list part
 }
 
 TEST(DbIOFStream, ComparesRegisterSizesNotContents) {
-  auto a = DbIOFStream::Create(1);
-  auto b = DbIOFStream::Create(1);
-  a->GetToolChangeList().Add(DbId(1));
-  b->GetToolChangeList().Add(DbId(2));
-  CString report;
-  EXPECT_TRUE(a->Compare(b, report)) << report;
-  b->GetLatheCannedTurnIdList().Add(DbId(3));
-  EXPECT_FALSE(a->Compare(b, report));
-  EXPECT_EQ(report, L"Difference Detected: NumSubPrograms - 0 vs 1\n");
-  b->GetToolPlaneList().Add(DbId(3));
-  report.Empty();
-  EXPECT_FALSE(a->Compare(b, report));
-  EXPECT_EQ(report, L"Difference Detected: NumToolPlanes - 0 vs 1\n");
-  auto c = DbIOFStream::Create(2);
-  report.Empty();
-  EXPECT_FALSE(a->Compare(c, report));
-  EXPECT_EQ(report, L"Difference Detected: m_StreamId - 1 vs 2\n");
-  report.Empty();
-  EXPECT_FALSE(a->Compare(DbIOFList::Create(DbIOFList::kStream), report));
-  EXPECT_EQ(report, L"Incompatible types.\n");
+  using S = DbIOFStream;
+  const auto sized = [](Quarp::UtSArrayEx<DbId>& list, bool on) {
+    list.SetSize(1);
+    if (on) list.Add(DbId(3));
+  };
+  ExpectReportOrder<S>(
+      {
+          // Registers of the same length compare equal whatever ids they hold.
+          {[](S& s, bool) { s.GetToolChangeList()[0] = DbId(2); }, nullptr},
+          {[](S& s, bool on) { s.SetIOFName(on ? L"S" : L""); }, L"Difference Detected: m_Name -  vs S\n"},
+          {[](S& s, bool on) { s.SetListType(on ? DbIOFList::kOperation : DbIOFList::kStream); },
+           L"Difference Detected: m_ListType - 1 vs 2\n"},
+          {[](S& s, bool on) { s.SetStreamId(on ? 2 : 1); }, L"Difference Detected: m_StreamId - 1 vs 2\n"},
+          {[](S& s, bool on) { s.SetAxisCombinationDefined(on); },
+           L"Difference Detected: m_AxisCombinationDefined - false vs true\n"},
+          {[](S& s, bool on) { s.SetNCOutputFile(on ? L"N" : L""); }, L"Difference Detected: m_NCOutputFile -  vs N\n"},
+          {[](S& s, bool on) { s.SetFirstToolChgId(DbId(on ? 5 : 0)); },
+           L"Difference Detected: m_FirstToolChgId - 0 vs 5\n"},
+          {[](S& s, bool on) { s.SetLastToolChgId(DbId(on ? 6 : 0)); },
+           L"Difference Detected: m_LastToolChgId - 0 vs 6\n"},
+          {[&](S& s, bool on) { sized(s.GetToolChangeList(), on); }, L"Difference Detected: NumToolChanges - 1 vs 2\n"},
+          {[&](S& s, bool on) { sized(s.GetToolPlaneList(), on); }, L"Difference Detected: NumToolPlanes - 1 vs 2\n"},
+          {[&](S& s, bool on) { sized(s.GetLatheCannedTurnIdList(), on); },
+           L"Difference Detected: NumSubPrograms - 1 vs 2\n"},
+          {[](S& s, bool on) { s.SetDefaultReferencePositionId(DbId(on ? 7 : 0)); },
+           L"Difference Detected: m_DefaultReferenceReturnPositionId - 0 vs 7\n"},
+      },
+      [] {
+        auto s = DbIOFStream::Create(1);
+        s->GetToolChangeList().Add(DbId(1));
+        s->GetToolPlaneList().Add(DbId(1));
+        s->GetLatheCannedTurnIdList().Add(DbId(1));
+        return s;
+      });
 }
 
-TEST(DbIOFStream, TextAndTypeAnswers) {
+TEST(DbIOFStream, TextAndFields) {
   auto stream = DbIOFStream::Create(5);
   stream->SetIOFName(CString(L"Main"));
   stream->SetFirstToolChgId(DbId(0x100000003ull));
   stream->SetLastToolChgId(DbId(4));
   EXPECT_EQ(stream->ToIOFString(), L"IOF Stream Object: id=5, Name = Main, 1stToolChg=3, lastToolChg=4\n");
-  EXPECT_EQ(stream->GetSubclassLevel(0), 4);
-  EXPECT_TRUE(stream->ContainsType(0x5110));
-  EXPECT_EQ(stream->GetClass(), L"DbIOFStream");
-  TestSupport::RecordingVisitor v;
-  stream->VisitFields(v);
-  ASSERT_GE(v.fields.size(), 14u);
-  EXPECT_EQ(v.fields[3], "m_ListType=1");
-  EXPECT_EQ(v.fields[5], "m_StreamId=5");
-  EXPECT_EQ(v.fields.back(), "m_DefaultReferenceReturnPositionId=#0");
+  const auto fields = Fields(*stream);
+  ASSERT_GE(fields.size(), 14u);
+  EXPECT_EQ(fields[3], "m_ListType=1");
+  EXPECT_EQ(fields[5], "m_StreamId=5");
+  EXPECT_EQ(fields.back(), "m_DefaultReferenceReturnPositionId=#0");
 }
 
 }  // namespace

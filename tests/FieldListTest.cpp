@@ -39,10 +39,10 @@ class FieldListRecord : public DbIOFBase {
   CString m_Text;
   Quarp::DbId m_Ref;
   GmPoint3D m_Point;
-  std::int32_t m_Added = 7;     // since version 2
-  double m_Transient = 0.0;     // held and copied, never archived
-  Quarp::DbId m_Owner;          // archived, not copied
-  int m_Loads = 0;              // counts OnLoaded calls; not a field
+  std::int32_t m_Added = 7;  // since version 2
+  double m_Transient = 0.0;  // held and copied, never archived
+  Quarp::DbId m_Owner;       // archived, not copied
+  int m_Loads = 0;           // counts OnLoaded calls; not a field
 
   void OnLoaded(unsigned version) { m_Loads += 1 + static_cast<int>(version) * 10; }
 
@@ -92,10 +92,7 @@ namespace {
 
 using IOF::FieldListChild;
 using IOF::FieldListRecord;
-using TestSupport::Hex;
-using TestSupport::ToHex;
-
-const char* const kBase = "00 00 00 00 00 00 00 00 00 00 00";  // base version, name, attributes, sub-lists
+using namespace TestSupport;
 
 TEST(FieldList, StoresTheCurrentLayout) {
   auto rec = FieldListRecord::Create();
@@ -103,17 +100,16 @@ TEST(FieldList, StoresTheCurrentLayout) {
   rec->m_Ref = Quarp::DbId(9);
   rec->m_Transient = 4.0;
   rec->m_Owner = Quarp::DbId(2);
-  EXPECT_EQ(ToHex(TestSupport::Store(*rec)),
-            ToHex(Hex(std::string("02") + kBase +
-                      "FF FF FF FF"                    // m_Int
-                      "03 00"                          // m_Short, two bytes
-                      "01"                             // m_Flag
-                      "00 00 00 00 00 00 E0 3F"        // m_Real
-                      "01 00 00 00 41 00"              // m_Text
-                      "09 00 00 00 00 00 00 00"        // m_Ref
-                      "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00"  // m_Point
-                      "07 00 00 00"                    // m_Added
-                      "02 00 00 00 00 00 00 00")));    // m_Owner; m_Transient is not stored
+  ExpectStores(*rec, "02" + kRecordBase +
+                         "FF FF FF FF"              // m_Int
+                         "03 00"                    // m_Short, two bytes
+                         "01"                       // m_Flag
+                         "00 00 00 00 00 00 E0 3F"  // m_Real
+                         "01 00 00 00 41 00"        // m_Text
+                         "09 00 00 00 00 00 00 00"  // m_Ref
+                         "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00"  // m_Point
+                         "07 00 00 00"                                                                 // m_Added
+                         "02 00 00 00 00 00 00 00");  // m_Owner; m_Transient is not stored
 }
 
 TEST(FieldList, LoadsEveryOlderLayout) {
@@ -122,23 +118,20 @@ TEST(FieldList, LoadsEveryOlderLayout) {
       "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00";
   // Version 0: m_Int, the obsolete int, ..., no m_Added.
   auto v0 = FieldListRecord::Create();
-  ASSERT_TRUE(TestSupport::LoadAll(*v0, Hex(std::string("00") + kBase + "05 00 00 00 EE EE EE EE" + common +
-                                            "03 00 00 00 00 00 00 00")));
-  EXPECT_EQ(v0->m_Int, 5);
-  EXPECT_EQ(v0->m_Short, 3);
-  EXPECT_EQ(v0->m_Added, 7);  // the default
-  EXPECT_EQ(v0->m_Owner, Quarp::DbId(3));
+  ASSERT_TRUE(LoadAll(*v0, Hex("00" + kRecordBase + "05 00 00 00 EE EE EE EE" + common + "03 00 00 00 00 00 00 00")));
+  ExpectFields(*v0, {kRecordBaseFields,
+                     {"m_Int=5", "m_Short=3", "m_Flag=true", "m_Real=0.5", "m_Text=\"\"", "m_Ref=#9", "m_Point=(0,0,0)",
+                      "m_Added=7", "m_Transient=0", "m_Owner=#3"}});  // m_Added: the default
   EXPECT_EQ(v0->m_Loads, 1);
   // Version 1: no obsolete int, still no m_Added.
   auto v1 = FieldListRecord::Create();
-  ASSERT_TRUE(TestSupport::LoadAll(*v1, Hex(std::string("01") + kBase + "06 00 00 00" + common +
-                                            "03 00 00 00 00 00 00 00")));
+  ASSERT_TRUE(LoadAll(*v1, Hex("01" + kRecordBase + "06 00 00 00" + common + "03 00 00 00 00 00 00 00")));
   EXPECT_EQ(v1->m_Int, 6);
   EXPECT_EQ(v1->m_Loads, 11);
   // Version 3 is newer than the class: the version error, after the base part.
   auto v3 = FieldListRecord::Create();
   std::size_t stopped = 0;
-  EXPECT_EQ(TestSupport::LoadCause(*v3, Hex(std::string("03") + kBase + "06 00 00 00"), &stopped), 2);
+  EXPECT_EQ(LoadCause(*v3, Hex("03" + kRecordBase + "06 00 00 00"), &stopped), 2);
   EXPECT_EQ(stopped, 12u);
   EXPECT_EQ(v3->m_Int, -1);
 }
@@ -165,12 +158,9 @@ TEST(FieldList, CopyCopiesWhatTheListSays) {
 
 TEST(FieldList, VisitsBaseFirstInArchiveOrder) {
   auto child = FieldListChild::Create();
-  TestSupport::RecordingVisitor v;
-  child->VisitFields(v);
-  EXPECT_EQ(v.fields, (std::vector<std::string>{
-                          "m_Name=\"\"", "m_Attributes=0 attributes", "m_SubLists=[]", "m_Int=-1", "m_Short=3",
-                          "m_Flag=true", "m_Real=0.5", "m_Text=\"\"", "m_Ref=#0", "m_Point=(0,0,0)", "m_Added=7",
-                          "m_Transient=0", "m_Owner=#0", "m_More=1"}));
+  ExpectFields(*child, {kRecordBaseFields,
+                        {"m_Int=-1", "m_Short=3", "m_Flag=true", "m_Real=0.5", "m_Text=\"\"", "m_Ref=#0",
+                         "m_Point=(0,0,0)", "m_Added=7", "m_Transient=0", "m_Owner=#0", "m_More=1"}});
 }
 
 TEST(FieldList, DerivedLevelsAndHooks) {
@@ -184,20 +174,9 @@ TEST(FieldList, DerivedLevelsAndHooks) {
   child->m_More = 2.0;
   child->m_Int = 3;
   auto back = FieldListChild::Create();
-  ASSERT_TRUE(TestSupport::LoadAll(*back, TestSupport::Store(*child)));
-  EXPECT_EQ(back->m_More, 2.0);
-  EXPECT_EQ(back->m_Int, 3);
+  ASSERT_TRUE(LoadAll(*back, Store(*child)));
   EXPECT_EQ(back->m_Loads, 21);  // once, at the level that declares OnLoaded
-  // Through a file.
-  Quarp::DbMgr mgr;
-  mgr.Add(child);
-  std::vector<std::uint8_t> file;
-  ASSERT_EQ(mgr.WriteToMemory(file), Quarp::DbErr::Ok);
-  Quarp::DbMgr loaded;
-  ASSERT_EQ(loaded.ReadFromMemory(file), Quarp::DbErr::Ok) << loaded.GetLastErrorText();
-  Quarp::DbCPtr<FieldListChild> p;
-  ASSERT_TRUE(loaded.Get(p, Quarp::DbId(1), 0));
-  EXPECT_EQ(p->m_More, 2.0);
+  ExpectRoundTrips(*child);
 }
 
 }  // namespace

@@ -10,6 +10,8 @@
 #include <quarp/UtSerialize.h>
 #include <zolt/Diagnostics.h>
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -54,6 +56,40 @@ int LoadCause(T& obj, const Bytes& bytes, std::size_t* position = nullptr) {
   return cause;
 }
 
+// Checks that `obj` stores exactly the bytes `hex` (blanks ignored).
+template <class T>
+void ExpectStores(T& obj, const std::string& hex) {
+  EXPECT_EQ(ToHex(Store(obj)), ToHex(Hex(hex)));
+}
+
+// Raises the version at byte `versionAt` of `obj`'s archive by one: the load must end in
+// the version error (cause 2) after `readBefore` bytes, so before the fields that
+// version would lay out.
+template <class T>
+void ExpectNewerVersionRefused(T& obj, std::size_t versionAt, std::size_t readBefore) {
+  Bytes bytes = Store(obj);
+  ++bytes.at(versionAt);
+  std::size_t stopped = 0;
+  EXPECT_EQ(LoadCause(obj, bytes, &stopped), 2) << "version at byte " << versionAt;
+  EXPECT_EQ(stopped, readBefore) << "version at byte " << versionAt;
+}
+
+// Archive parts that many records share.
+// The record base of an unnamed record: its version, an empty name, an empty attribute
+// map (version, count 0) and no sub-lists.
+inline const std::string kRecordBase = "00  00 00 00 00  00 00 00 00 00  00 ";
+inline constexpr std::size_t kRecordBaseSize = 11;
+// The NCI base of a fresh record: m_GCode 0, m_OwnerOpId -1, m_Time 0.
+inline const std::string kFreshNciBase = "00 00 00 00  FF FF FF FF  00 00 00 00 00 00 00 00 ";
+inline constexpr std::size_t kNciBaseSize = 16;
+// The base-move part of a fresh move: no feed, feed move, no compensation, position
+// code 0, Before, not incremental.
+inline const std::string kFreshBaseMove = "00 00 00 00 00 00 00 00  01  00 00 00 00  00 00 00 00  01 00 00 00  00 ";
+inline constexpr std::size_t kBaseMoveSize = 22;
+// Doubles 1.0 and 0.0.
+inline const std::string kOne = "00 00 00 00 00 00 F0 3F ";
+inline const std::string kZero = "00 00 00 00 00 00 00 00 ";
+
 // Records the assertion handler's calls while in scope.
 class AssertRecorder {
  public:
@@ -68,6 +104,12 @@ class AssertRecorder {
   AssertRecorder(const AssertRecorder&) = delete;
   AssertRecorder& operator=(const AssertRecorder&) = delete;
   const std::vector<Call>& Calls() const { return m_calls; }
+  // Where the calls came from, as "file:line function".
+  std::vector<std::string> Places() const {
+    std::vector<std::string> places;
+    for (const Call& c : m_calls) places.push_back(c.file + ":" + std::to_string(c.line) + " " + c.function);
+    return places;
+  }
 
  private:
   std::vector<Call> m_calls;

@@ -7,13 +7,13 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <sys/wait.h>
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
-#include <algorithm>
 #include <map>
 #include <sstream>
 #include <string>
-#include <sys/wait.h>
 
 namespace {
 

@@ -49,7 +49,7 @@ TEST(TypeRegistry, RegistersEveryTypeInTableOrderWithItsOwnBit) {
 TEST(TypeRegistry, NeverRegisteredNamesAndUnregisteredCodes) {
   EXPECT_EQ(IOF::DbIOFTypeMgr::GetIOFCOOLANTIdx(), -1);
   EXPECT_TRUE(IOF::DbIOFTypeMgr::GetIOFCOOLANTMask().IsEmpty());
-#define CHECK_NEVER(NAME)                                     \
+#define CHECK_NEVER(NAME)                                      \
   EXPECT_EQ(IOF::DbIOFTypeMgr::Get##NAME##Idx(), -1) << #NAME; \
   EXPECT_TRUE(IOF::DbIOFTypeMgr::Get##NAME##Mask().IsEmpty()) << #NAME;
   IOF_NEVER_REGISTERED_NAMES(CHECK_NEVER)
