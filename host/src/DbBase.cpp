@@ -4,6 +4,8 @@
 #include <quarp/UtArchive.h>
 #include <zolt/Diagnostics.h>
 
+#include "RecordArena.h"
+
 namespace Quarp {
 
 void DbBase::Serialize(UtArchive& /*ar*/) {}
@@ -27,17 +29,54 @@ void DbBase::NotifyDirty(bool dirty, bool /*notify*/) {
   if (m_mgr && dirty) m_mgr->SetModified(true);
 }
 
+// --- allocation --------------------------------------------------------------------
+
+void* DbBase::operator new(std::size_t size) {
+  if (Detail::RecordArena* arena = Detail::RecordArena::Current()) {
+    if (void* p = arena->Allocate(size)) return p;
+  }
+  return ::operator new(size);
+}
+
+void* DbBase::operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  if (Detail::RecordArena* arena = Detail::RecordArena::Current()) {
+    if (void* p = arena->Allocate(size)) return p;
+  }
+  return ::operator new(size, std::nothrow);
+}
+
+void DbBase::operator delete(DbBase* p, std::destroying_delete_t) noexcept {
+  const bool fromArena = (p->m_refs & kFromArena) != 0;
+  p->~DbBase();
+  if (fromArena) {
+    Detail::RecordArena::Of(p)->Release();
+  } else {
+    ::operator delete(p);
+  }
+}
+
+void DbBase::operator delete(void* p) noexcept {
+  Detail::RecordArena* arena = Detail::RecordArena::Current();
+  if (arena && arena->Contains(p)) {
+    arena->Release();
+  } else {
+    ::operator delete(p);
+  }
+}
+
+void DbBase::operator delete(void* p, const std::nothrow_t&) noexcept { DbBase::operator delete(p); }
+
 // --- pointers ----------------------------------------------------------------------
 
 void DbRootPtr::Share(DbBase* ent) noexcept {
-  if (ent) ++ent->m_refs;
+  if (ent) ent->AddRef();
   m_ent = ent;
 }
 
 void DbRootPtr::Release() noexcept {
   DbBase* ent = m_ent;
   m_ent = nullptr;
-  if (ent && --ent->m_refs == 0 && ent->m_mgr == nullptr) delete ent;
+  if (ent && ent->DropRef() && ent->m_mgr == nullptr) delete ent;
 }
 
 DbRootPtr::DbRootPtr(const DbRootPtr& other) noexcept
@@ -59,7 +98,7 @@ DbRootPtr& DbRootPtr::operator=(const DbRootPtr& other) noexcept {
       m_err = DbErr::NotFound;
       return *this;
     }
-    if (keep) ++keep->m_refs;  // before releasing, in case both refer to the same record
+    if (keep) keep->AddRef();  // before releasing, in case both refer to the same record
     Release();
     m_ent = keep;
     m_mgr = other.m_mgr;
@@ -91,7 +130,7 @@ bool DbRootPtr::AttachEnt(DbBase* ent, int /*mode*/) {
     m_err = DbErr::NotFound;
     return false;
   }
-  if (ent) ++ent->m_refs;
+  if (ent) ent->AddRef();
   Release();
   m_ent = ent;
   return ent != nullptr;

@@ -1,6 +1,7 @@
 // The IOF database file: DbMgr::Write and DbMgr::Read. The format is described byte by
 // byte in docs/FORMAT.md; this file is its only implementation.
 #include "DbMgrTable.h"
+#include "RecordArena.h"
 
 #include <quarp/DbMgr.h>
 #include <quarp/UtArchive.h>
@@ -10,6 +11,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -17,6 +19,7 @@
 #include <vector>
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -39,58 +42,43 @@ std::string Describe(std::uint64_t id, const char* className) {
   return "record " + std::to_string(id) + " (" + (className ? className : "?") + ")";
 }
 
-// Collects the file's bytes and hashes them; for a file, flushes to the descriptor in
-// large blocks so that a big database is never held twice in memory.
+// Collects the file's bytes in a storing archive and hashes them; for a file, flushes
+// to the descriptor in large blocks so that a big database is never held twice in
+// memory. Records serialise straight into it, framed in place.
 class Sink {
  public:
   explicit Sink(int fd) : m_fd(fd), m_state(XXH3_createState()) {
     if (!m_state) throw std::bad_alloc();
     XXH3_64bits_reset(m_state);
-    m_buf.reserve(kBlock + 4096);
   }
   ~Sink() { XXH3_freeState(m_state); }
   Sink(const Sink&) = delete;
   Sink& operator=(const Sink&) = delete;
 
-  std::vector<std::uint8_t>& Buffer() noexcept { return m_buf; }
+  UtArchive& Archive() noexcept { return m_ar; }
 
-  void Put(const void* data, std::size_t n) {
-    const auto* p = static_cast<const std::uint8_t*>(data);
-    m_buf.insert(m_buf.end(), p, p + n);
-  }
-  template <class T>
-  void PutRaw(const T& v) {
-    Put(&v, sizeof v);
-  }
-  void PutCount(std::uint64_t v) {
-    while (v >= 0x80) {
-      m_buf.push_back(static_cast<std::uint8_t>(v | 0x80));
-      v >>= 7;
-    }
-    m_buf.push_back(static_cast<std::uint8_t>(v));
-  }
-  // Writes out the buffer once it is large (files only). False on a write error.
-  bool MaybeFlush() { return m_fd < 0 || m_buf.size() < kBlock || Flush(); }
-  // Appends the checksum and writes out what remains. False on a write error.
-  bool Finish() {
-    XXH3_64bits_update(m_state, m_buf.data(), m_buf.size());
+  // Writes out what is stored once it is large (files only). False on a write error.
+  bool MaybeFlush() { return m_fd < 0 || m_ar.StoredSize() < kBlock || Flush(); }
+  // Appends the checksum and writes out what remains (files) or hands the bytes over
+  // (memory). False on a write error.
+  bool Finish(std::vector<std::uint8_t>* memory) {
+    XXH3_64bits_update(m_state, m_ar.StoredData(), m_ar.StoredSize());
     const std::uint64_t sum = XXH3_64bits_digest(m_state);
-    if (m_fd >= 0) {
-      if (!WriteAll(m_buf.data(), m_buf.size())) return false;
-      m_buf.clear();
+    m_ar.WriteRaw(sum);
+    if (memory) {
+      *memory = m_ar.TakeBytes();
+      return true;
     }
-    PutRaw(sum);
-    if (m_fd >= 0) return WriteAll(m_buf.data(), m_buf.size());
-    return true;
+    return WriteAll(m_ar.StoredData(), m_ar.StoredSize());
   }
   int Errno() const noexcept { return m_errno; }
 
  private:
   static constexpr std::size_t kBlock = 1u << 20;
   bool Flush() {
-    XXH3_64bits_update(m_state, m_buf.data(), m_buf.size());
-    const bool ok = WriteAll(m_buf.data(), m_buf.size());
-    m_buf.clear();
+    XXH3_64bits_update(m_state, m_ar.StoredData(), m_ar.StoredSize());
+    const bool ok = WriteAll(m_ar.StoredData(), m_ar.StoredSize());
+    m_ar.DropStored(m_ar.StoredSize());
     return ok;
   }
   bool WriteAll(const std::uint8_t* p, std::size_t n) {
@@ -109,11 +97,69 @@ class Sink {
 
   int m_fd;
   XXH3_state_t* m_state;
-  std::vector<std::uint8_t> m_buf;
+  UtArchive m_ar{UtArchive::Store};
   int m_errno = 0;
 };
 
+// Stores one record framed as: compact id step, compact class index, compact payload
+// length, payload. The payload is written in place after a one-byte length, which
+// grows (moving the payload) in the rare case it needs more.
+void StoreFrame(UtArchive& ar, std::uint32_t step, std::uint32_t classIndex, DbBase& ent) {
+  ar.WriteCount(step);
+  ar.WriteCount(classIndex);
+  const std::size_t lengthAt = ar.StoredSize();
+  ar.WriteCount(0);
+  ar.ForgetObjectClasses();  // each payload names its own object classes
+  ent.Serialize(ar);
+  std::uint64_t length = ar.StoredSize() - lengthAt - 1;
+  std::uint8_t encoded[10];
+  std::size_t k = 0;
+  while (length >= 0x80) {
+    encoded[k++] = static_cast<std::uint8_t>(length | 0x80);
+    length >>= 7;
+  }
+  encoded[k++] = static_cast<std::uint8_t>(length);
+  if (k > 1) ar.OpenGap(lengthAt + 1, k - 1);
+  std::memcpy(ar.StoredData() + lengthAt, encoded, k);
+}
+
 std::string PathText(const UtString& path) { return path.ToUtf8(); }
+
+// The buffer a file is read into. A large one is mapped fresh from the system and
+// handed back when the load is done, so that a load never keeps the file's size in the
+// heap. (Advising huge pages here made the average load faster but the first load of a
+// process up to twice as slow while the kernel compacted memory: not worth it.)
+class ReadBuffer {
+ public:
+  explicit ReadBuffer(std::size_t size) : m_size(size) {
+    if (size < kHuge) {
+      m_data = static_cast<std::uint8_t*>(std::malloc(size > 0 ? size : 1));
+      return;
+    }
+    // Populated at once: one call instead of a trap every 4 KB page while reading.
+    void* p = ::mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_POPULATE, -1, 0);
+    if (p == MAP_FAILED) return;
+    m_data = static_cast<std::uint8_t*>(p);
+    m_mapped = true;
+  }
+  ~ReadBuffer() {
+    if (m_mapped) {
+      ::munmap(m_data, m_size);
+    } else {
+      std::free(m_data);
+    }
+  }
+  ReadBuffer(const ReadBuffer&) = delete;
+  ReadBuffer& operator=(const ReadBuffer&) = delete;
+  std::uint8_t* get() const noexcept { return m_data; }
+  explicit operator bool() const noexcept { return m_data != nullptr; }
+
+ private:
+  static constexpr std::size_t kHuge = 2u << 20;
+  std::uint8_t* m_data = nullptr;
+  std::size_t m_size;
+  bool m_mapped = false;
+};
 
 std::string DirectoryOf(const std::string& path) {
   const auto slash = path.rfind('/');
@@ -145,34 +191,28 @@ static std::string WriteBody(const Detail::RecordTable& table, std::size_t count
   });
   if (!error.empty()) return error;
 
-  sink.Put(kMagic, sizeof kMagic);
-  sink.PutRaw<std::uint32_t>(kFormatVersion);
-  sink.PutRaw<std::uint32_t>(0);  // flags
-  sink.PutRaw<std::uint64_t>(count);
-  sink.PutRaw<std::uint64_t>(nextId);
-  sink.PutRaw<std::uint32_t>(static_cast<std::uint32_t>(classes.size()));
+  UtArchive& ar = sink.Archive();
+  ar.WriteBytes(kMagic, sizeof kMagic);
+  ar.WriteRaw<std::uint32_t>(kFormatVersion);
+  ar.WriteRaw<std::uint32_t>(0);  // flags
+  ar.WriteRaw<std::uint64_t>(count);
+  ar.WriteRaw<std::uint64_t>(nextId);
+  ar.WriteRaw<std::uint32_t>(static_cast<std::uint32_t>(classes.size()));
   for (const UtSerializeClass* cls : classes) {
     const std::size_t len = std::strlen(cls->name);
-    sink.PutRaw<std::uint8_t>(static_cast<std::uint8_t>(len));
-    sink.Put(cls->name, len);
+    ar.WriteRaw<std::uint8_t>(static_cast<std::uint8_t>(len));
+    ar.WriteBytes(cls->name, len);
   }
 
-  UtArchive scratch(UtArchive::Store);
   std::uint32_t previous = 0;
   table.ForEach([&](std::uint32_t id, DbBase* ent) {
     if (!error.empty()) return;
-    scratch.Reset();
     try {
-      ent->Serialize(scratch);
+      StoreFrame(ar, id - previous, static_cast<std::uint32_t>(indexOfClass[ent->GetObjectClassId()]), *ent);
     } catch (const std::exception& e) {
       error = Describe(id, ent->GetObjectClassName()) + " could not be stored: " + e.what();
       return;
     }
-    const std::vector<std::uint8_t>& payload = scratch.GetBytes();
-    sink.PutCount(id - previous);
-    sink.PutCount(static_cast<std::uint64_t>(indexOfClass[ent->GetObjectClassId()]));
-    sink.PutCount(payload.size());
-    sink.Put(payload.data(), payload.size());
     previous = id;
     if (!sink.MaybeFlush()) error = std::string("write failed: ") + std::strerror(sink.Errno());
   });
@@ -184,8 +224,7 @@ DbErr DbMgr::WriteToMemory(std::vector<std::uint8_t>& out) {
     Sink sink(-1);
     const std::string error = WriteBody(*m_table, m_count, m_nextId, sink);
     if (!error.empty()) return Fail(DbErr::BadRecord, error);
-    sink.Finish();
-    out = std::move(sink.Buffer());
+    sink.Finish(&out);
   } catch (const std::bad_alloc&) {
     return Fail(DbErr::Io, "out of memory while writing the database");
   }
@@ -225,7 +264,7 @@ DbErr DbMgr::Write(const UtString& pathText) {
       const DbErr e = abandon(error);
       return error.rfind("write failed", 0) == 0 ? e : DbErr::BadRecord;
     }
-    if (!sink.Finish()) return abandon(std::string("write failed: ") + std::strerror(sink.Errno()));
+    if (!sink.Finish(nullptr)) return abandon(std::string("write failed: ") + std::strerror(sink.Errno()));
   } catch (const std::bad_alloc&) {
     return abandon("out of memory");
   }
@@ -275,10 +314,8 @@ DbErr DbMgr::Read(const UtString& pathText, bool readOnly) {
     return Fail(DbErr::Io, "cannot read '" + path + "': it is not a regular file");
   }
   const auto size = static_cast<std::size_t>(st.st_size);
-  std::unique_ptr<std::uint8_t[]> data;
-  try {
-    data = std::make_unique_for_overwrite<std::uint8_t[]>(size > 0 ? size : 1);
-  } catch (const std::bad_alloc&) {
+  const ReadBuffer data(size);
+  if (!data) {
     ::close(fd);
     return Fail(DbErr::Io, "cannot read '" + path + "': not enough memory for " + std::to_string(size) + " bytes");
   }
@@ -329,6 +366,16 @@ DbErr DbMgr::ReadFromMemory(std::span<const std::uint8_t> bytes, bool readOnly) 
   if (version == 0) return Fail(DbErr::Corrupt, "the file declares format version 0, which does not exist");
 
   UtArchive in(UtArchive::Load, std::span<const std::uint8_t>(p, bodyEnd));
+  // The records built below come from one arena (see RecordArena.h), from the moment
+  // the guard begins; it ends that on every way out of this function.
+  struct ArenaGuard {
+    Detail::RecordArena* arena = new Detail::RecordArena();
+    void Begin() { Detail::RecordArena::SetCurrent(arena); }
+    ~ArenaGuard() {
+      Detail::RecordArena::SetCurrent(nullptr);
+      arena->Release();
+    }
+  } arenaGuard;
   std::unique_ptr<Table> table;
   std::size_t loaded = 0;
   // Records built so far belong to `table` until it is committed; on failure they go.
@@ -354,6 +401,7 @@ DbErr DbMgr::ReadFromMemory(std::span<const std::uint8_t> bytes, bool readOnly) 
     }
     in.CheckCount(classCount, 2);
     std::vector<const UtSerializeClass*> classes(classCount, nullptr);
+    std::vector<bool> isRecord(classCount, false);
     names.resize(classCount);
     for (std::uint32_t i = 0; i < classCount; ++i) {
       const auto len = in.ReadRaw<std::uint8_t>();
@@ -361,6 +409,11 @@ DbErr DbMgr::ReadFromMemory(std::span<const std::uint8_t> bytes, bool readOnly) 
       names[i].resize(len);
       in.ReadBytes(names[i].data(), len);
       classes[i] = UtSerializeFind(names[i]);
+      // Whether the class makes records is asked once per class, not once per record.
+      if (classes[i] && classes[i]->factory) {
+        const std::unique_ptr<UtObject> probe(classes[i]->factory());
+        isRecord[i] = dynamic_cast<DbBase*>(probe.get()) != nullptr;
+      }
     }
     // Every record takes at least three bytes (id step, class, length).
     in.CheckCount(count, 3);
@@ -372,6 +425,7 @@ DbErr DbMgr::ReadFromMemory(std::span<const std::uint8_t> bytes, bool readOnly) 
     table->Reserve(nextId, count);
 
     UtArchive payload(UtArchive::Load);
+    arenaGuard.Begin();
     for (std::uint64_t r = 0; r < count; ++r) {
       const std::uint64_t step = in.ReadCount();
       if (step == 0 || step >= nextId - currentId) {
@@ -400,13 +454,12 @@ DbErr DbMgr::ReadFromMemory(std::span<const std::uint8_t> bytes, bool readOnly) 
                                              ": this library does not know the class (is the file from a newer "
                                              "version, or a library that is not loaded?)");
       }
-      UtObject* made = classes[cls]->factory ? classes[cls]->factory() : nullptr;
-      auto* ent = dynamic_cast<DbBase*>(made);
-      if (!ent) {
-        delete made;
+      if (!isRecord[cls]) {
         discard();
         return Fail(DbErr::BadRecord, Describe(currentId, currentClass) + ": the class is not a record class");
       }
+      auto* ent = static_cast<DbBase*>(classes[cls]->factory());
+      if (arenaGuard.arena->IsLast(ent)) ent->m_refs |= DbBase::kFromArena;
       ent->m_mgr = this;
       ent->m_id = static_cast<std::uint32_t>(currentId);
       table->Append(static_cast<std::uint32_t>(currentId), ent);

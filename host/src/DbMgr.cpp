@@ -15,7 +15,7 @@ DbMgr::~DbMgr() { Clear(); }
 void DbMgr::Dispose(DbBase* ent) noexcept {
   ent->m_mgr = nullptr;
   ent->m_id = 0;
-  if (ent->m_refs == 0) delete ent;  // otherwise the pointers that refer to it own it now
+  if (ent->Unreferenced()) delete ent;  // otherwise the pointers that refer to it own it now
 }
 
 void DbMgr::Clear() {

@@ -44,7 +44,11 @@ class RecordTable {
   // Stores `ent` under `id`, which is greater than every id stored so far.
   void Append(std::uint32_t id, DbBase* ent) {
     if (m_dense) {
-      if (m_slots.size() <= id) m_slots.resize(static_cast<std::size_t>(id) + 1, nullptr);
+      if (m_slots.size() == id) {
+        m_slots.push_back(ent);  // ids without holes: the common case
+        return;
+      }
+      if (m_slots.size() < id) m_slots.resize(static_cast<std::size_t>(id) + 1, nullptr);
       m_slots[id] = ent;
     } else {
       m_pairs.emplace_back(id, ent);

@@ -150,23 +150,11 @@ const UtSerializeClass* UtSerializeFind(unsigned classId) noexcept {
   return classId >= 1 && classId <= r.byId.size() ? r.byId[classId - 1].get() : nullptr;
 }
 
-unsigned UtSerializeVersion(UtArchive& ar, unsigned current) {
-  if (ar.IsStoring()) {
-    ar.WriteCount(current);
-    return current;
-  }
-  const std::uint64_t v = ar.ReadCount();
-  // A version that does not fit in 32 bits is newer than anything this library knows.
-  return v > 0xFFFFFFFFu ? 0xFFFFFFFFu : static_cast<unsigned>(v);
-}
-
-void UtCheckVersion(unsigned stored, unsigned current, const char* className) {
-  if (stored > current) {
-    throw UtArchiveException(UtArchiveException::badSchema,
-                             std::string("stored version ") + std::to_string(stored) + " of " +
-                                 (className ? className : "a class") + " is newer than version " +
-                                 std::to_string(current) + ", the newest this library reads");
-  }
+void UtThrowNewerVersion(unsigned stored, unsigned current, const char* className) {
+  throw UtArchiveException(UtArchiveException::badSchema,
+                           std::string("stored version ") + std::to_string(stored) + " of " +
+                               (className ? className : "a class") + " is newer than version " +
+                               std::to_string(current) + ", the newest this library reads");
 }
 
 }  // namespace Quarp

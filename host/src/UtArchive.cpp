@@ -16,8 +16,30 @@ UtArchive::UtArchive(Mode mode, std::span<const std::uint8_t> bytes)
     : m_mode(mode), m_in(bytes.data()), m_size(bytes.size()) {}
 
 void UtArchive::Reset() noexcept {
-  m_out.clear();
+  m_used = 0;
   m_classes.clear();
+}
+
+void UtArchive::Grow(std::size_t n) {
+  std::size_t size = m_out.size() < 256 ? 256 : m_out.size() * 2;
+  while (size - m_used < n) size *= 2;
+  m_out.resize(size);
+}
+
+void UtArchive::DropStored(std::size_t n) noexcept {
+  if (n >= m_used) {
+    m_used = 0;
+    return;
+  }
+  std::memmove(m_out.data(), m_out.data() + n, m_used - n);
+  m_used -= n;
+}
+
+void UtArchive::OpenGap(std::size_t at, std::size_t n) {
+  if (at > m_used) at = m_used;
+  if (n > m_out.size() - m_used) Grow(n);
+  std::memmove(m_out.data() + at + n, m_out.data() + at, m_used - at);
+  m_used += n;
 }
 
 void UtArchive::ThrowEndOfFile(std::size_t wanted) const {

@@ -15,6 +15,7 @@
 #include <quarp/UtString.h>
 
 #include <cstdint>
+#include <new>
 
 namespace Quarp {
 
@@ -56,6 +57,16 @@ class DbBase : public UtObject {
   // Marks the record's manager as modified.
   void NotifyDirty(bool dirty = true, bool notify = true);
 
+  // Allocation. Records are allocated one by one, except those DbMgr::Read builds,
+  // which come in bulk from an arena of that load; delete returns either kind to where
+  // it came from. A record class must not need an alignment above 8.
+  static void* operator new(std::size_t size);
+  static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
+  void operator delete(DbBase* p, std::destroying_delete_t) noexcept;
+  // For a constructor that throws.
+  static void operator delete(void* p) noexcept;
+  static void operator delete(void* p, const std::nothrow_t&) noexcept;
+
  protected:
   DbBase() noexcept = default;
   // Identity is not copied: a copy belongs to no manager until it is added.
@@ -66,9 +77,15 @@ class DbBase : public UtObject {
   friend class DbMgr;
   friend class DbRootPtr;
 
+  static constexpr std::uint32_t kFromArena = 1u << 31;  // a flag kept in m_refs
+  void AddRef() noexcept { ++m_refs; }
+  // Drops one pointer's reference; true when none is left.
+  bool DropRef() noexcept { return (--m_refs & ~kFromArena) == 0; }
+  bool Unreferenced() const noexcept { return (m_refs & ~kFromArena) == 0; }
+
   DbMgr* m_mgr = nullptr;
   std::uint32_t m_id = 0;    // ids are 32-bit within a manager (4 billion records)
-  std::uint32_t m_refs = 0;  // pointers referring to this record
+  std::uint32_t m_refs = 0;  // pointers referring to this record, and kFromArena
 };
 
 }  // namespace Quarp

@@ -76,8 +76,9 @@ class UtArchive {
     return n;
   }
   void WriteBytes(const void* data, std::size_t n) {
-    const auto* p = static_cast<const std::uint8_t*>(data);
-    m_out.insert(m_out.end(), p, p + n);
+    if (n > m_out.size() - m_used) Grow(n);
+    std::memcpy(m_out.data() + m_used, data, n);
+    m_used += n;
   }
   void ReadBytes(void* data, std::size_t n) {
     if (n > m_size - m_pos) ThrowEndOfFile(n);
@@ -107,11 +108,14 @@ class UtArchive {
 
   // Compact unsigned integers: 7 bits per byte, low bits first, high bit = more follows.
   void WriteCount(std::uint64_t v) {
+    if (m_out.size() - m_used < 10) Grow(10);
+    std::uint8_t* p = m_out.data() + m_used;
     while (v >= 0x80) {
-      m_out.push_back(static_cast<std::uint8_t>(v | 0x80));
+      *p++ = static_cast<std::uint8_t>(v | 0x80);
       v >>= 7;
     }
-    m_out.push_back(static_cast<std::uint8_t>(v));
+    *p++ = static_cast<std::uint8_t>(v);
+    m_used = static_cast<std::size_t>(p - m_out.data());
   }
   std::uint64_t ReadCount() {
     if (m_pos < m_size && m_in[m_pos] < 0x80) return m_in[m_pos++];
@@ -132,10 +136,27 @@ class UtArchive {
   void ReadObject(UtObject*& obj);
 
   // The stored bytes.
-  const std::vector<std::uint8_t>& GetBytes() const noexcept { return m_out; }
-  std::vector<std::uint8_t> TakeBytes() noexcept { return std::move(m_out); }
+  const std::vector<std::uint8_t>& GetBytes() const {
+    m_out.resize(m_used);
+    return m_out;
+  }
+  std::vector<std::uint8_t> TakeBytes() {
+    m_out.resize(m_used);
+    m_used = 0;
+    return std::move(m_out);
+  }
   // Empties a storing archive (capacity is kept) and forgets the object classes seen.
   void Reset() noexcept;
+
+  // For writers that frame and flush what they store (the database file): the stored
+  // bytes in place, dropping the first n of them, opening a gap of n bytes at `at`, and
+  // forgetting the object classes named so far (so that the next object names its class
+  // again and each framed part can be read on its own).
+  std::uint8_t* StoredData() noexcept { return m_out.data(); }
+  std::size_t StoredSize() const noexcept { return m_used; }
+  void DropStored(std::size_t n) noexcept;
+  void OpenGap(std::size_t at, std::size_t n);
+  void ForgetObjectClasses() noexcept { m_classes.clear(); }
   // Points a loading archive at new bytes and forgets the object classes seen.
   void Reset(std::span<const std::uint8_t> bytes) noexcept {
     m_in = bytes.data();
@@ -153,9 +174,13 @@ class UtArchive {
   [[noreturn]] void ThrowEndOfFile(std::size_t wanted) const;
   [[noreturn]] void ThrowTooLarge(std::uint64_t count, std::size_t each) const;
   std::uint64_t ReadCountSlow();
+  void Grow(std::size_t n);
 
   Mode m_mode;
-  std::vector<std::uint8_t> m_out;
+  // Stored bytes are m_out[0, m_used); the vector's size beyond that is room to grow
+  // (written with memcpy, never zero-filled byte by byte).
+  mutable std::vector<std::uint8_t> m_out;
+  std::size_t m_used = 0;
   const std::uint8_t* m_in = nullptr;
   std::size_t m_size = 0;
   std::size_t m_pos = 0;

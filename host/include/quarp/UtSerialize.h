@@ -30,9 +30,20 @@ const UtSerializeClass* UtSerializeFind(unsigned classId) noexcept;
 // The class version exchange that starts every Serialize: when storing, writes
 // `current` and returns it; when loading, returns the version that was stored.
 // Versions are stored as compact integers: one byte below 128.
-unsigned UtSerializeVersion(UtArchive& ar, unsigned current);
+inline unsigned UtSerializeVersion(UtArchive& ar, unsigned current) {
+  if (ar.IsStoring()) {
+    ar.WriteCount(current);
+    return current;
+  }
+  const std::uint64_t v = ar.ReadCount();
+  // A version that does not fit in 32 bits is newer than anything this library knows.
+  return v > 0xFFFFFFFFu ? 0xFFFFFFFFu : static_cast<unsigned>(v);
+}
 
 // Throws UtArchiveException(badSchema) when a loaded version is newer than `current`.
-void UtCheckVersion(unsigned stored, unsigned current, const char* className);
+[[noreturn]] void UtThrowNewerVersion(unsigned stored, unsigned current, const char* className);
+inline void UtCheckVersion(unsigned stored, unsigned current, const char* className) {
+  if (stored > current) UtThrowNewerVersion(stored, current, className);
+}
 
 }  // namespace Quarp

@@ -82,7 +82,7 @@ void DbIOFBase::Serialize(Quarp::UtArchive& ar) {
     if (m_Attributes) {
       m_Attributes->Serialize(ar);
     } else {
-      UtIOFAttribMap().Serialize(ar);
+      UtIOFAttribMap::StoreEmpty(ar);
     }
     m_SubLists.Serialize(ar);
     return;
@@ -92,10 +92,13 @@ void DbIOFBase::Serialize(Quarp::UtArchive& ar) {
   if (m_Attributes) {
     m_Attributes->Serialize(ar);
   } else {
-    // Most records carry no attributes: a map is kept only when the archive holds one.
-    UtIOFAttribMap loaded;
-    loaded.Serialize(ar);
-    if (!loaded.IsEmpty()) m_Attributes = std::make_unique<UtIOFAttribMap>(std::move(loaded));
+    // Most records carry no attributes: a map is made only when the archive holds one.
+    const std::int32_t count = UtIOFAttribMap::LoadHeader(ar);
+    if (count != 0) {
+      auto loaded = std::make_unique<UtIOFAttribMap>();
+      loaded->LoadEntries(ar, count);
+      if (!loaded->IsEmpty()) m_Attributes = std::move(loaded);
+    }
   }
   m_SubLists.Serialize(ar);
 }

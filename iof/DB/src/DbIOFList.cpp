@@ -33,7 +33,7 @@ class DbIOFList::ItemPool {
     }
     if (m_Used == m_ChunkSize) {
       m_ChunkSize = m_Chunks.empty() ? 4 : std::min<std::size_t>(m_ChunkSize * 2, 4096);
-      m_Chunks.push_back(std::make_unique<Slot[]>(m_ChunkSize));
+      m_Chunks.push_back(std::make_unique_for_overwrite<Slot[]>(m_ChunkSize));
       m_Used = 0;
     }
     return new (&m_Chunks.back()[m_Used++]) Item();

@@ -205,15 +205,28 @@ AttribGetStatus UtIOFAttribMap::RemoveAttribute(const CString& key) {
 }
 
 void UtIOFAttribMap::Serialize(Quarp::UtArchive& ar) {
-  const unsigned version = Quarp::UtSerializeVersion(ar, 0);
   if (ar.IsStoring()) {
+    Quarp::UtSerializeVersion(ar, 0);
     ar << static_cast<std::int32_t>(m_Map.size());
     for (const auto& entry : m_Map) ar.WriteObject(entry.second);
     return;
   }
-  Quarp::UtCheckVersion(version, 0, "UtIOFAttribMap");
+  LoadEntries(ar, LoadHeader(ar));
+}
+
+void UtIOFAttribMap::StoreEmpty(Quarp::UtArchive& ar) {
+  Quarp::UtSerializeVersion(ar, 0);
+  ar << std::int32_t{0};
+}
+
+std::int32_t UtIOFAttribMap::LoadHeader(Quarp::UtArchive& ar) {
+  Quarp::UtCheckVersion(Quarp::UtSerializeVersion(ar, 0), 0, "UtIOFAttribMap");
   std::int32_t count = 0;
   ar >> count;
+  return count;
+}
+
+void UtIOFAttribMap::LoadEntries(Quarp::UtArchive& ar, std::int32_t count) {
   if (count > 0) ar.CheckCount(static_cast<std::uint64_t>(count), 1);
   for (std::int32_t i = 0; i < count; ++i) {
     Quarp::UtObject* object = nullptr;

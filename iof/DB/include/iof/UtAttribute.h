@@ -164,6 +164,12 @@ class UtIOFAttribMap : public Quarp::UtObject {
   // UtArchive::WriteObject. Loading adds the items to what the map holds; an item whose
   // key is already present is reported through the assertion handler and dropped.
   void Serialize(Quarp::UtArchive& ar) override;
+  // The same form in two halves, for holders that keep no map while there are no
+  // attributes: the version and count (stored as an empty map / read and checked), then
+  // the count's items.
+  static void StoreEmpty(Quarp::UtArchive& ar);
+  static std::int32_t LoadHeader(Quarp::UtArchive& ar);
+  void LoadEntries(Quarp::UtArchive& ar, std::int32_t count);
 
   // Sends, in debug builds, each item's trace line (header + tab + item) to the trace
   // channel; TraceLines builds them.

@@ -1,0 +1,83 @@
+#include "RecordArena.h"
+
+#include <algorithm>
+#include <new>
+
+#include <sys/mman.h>
+
+namespace Quarp::Detail {
+
+thread_local RecordArena* RecordArena::t_current __attribute__((tls_model("initial-exec"))) = nullptr;
+
+RecordArena::~RecordArena() {
+  for (const auto& [base, size] : m_regions) ::munmap(base, size);
+}
+
+bool RecordArena::Contains(const void* p) const noexcept {
+  const auto* c = static_cast<const char*>(p);
+  return std::any_of(m_regions.begin(), m_regions.end(), [c](const auto& region) {
+    const auto* base = static_cast<const char*>(region.first);
+    return c >= base && c < base + region.second;
+  });
+}
+
+bool RecordArena::NextChunk() noexcept {
+  char* chunk = m_chunkEnd;
+  if (!chunk || chunk >= m_regionEnd) {
+    // A new region, aligned to the chunk size: map more than needed, trim both ends.
+    const std::size_t size = m_nextRegionSize;
+    void* raw = ::mmap(nullptr, size + kChunk, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (raw == MAP_FAILED) return false;
+    const auto start = reinterpret_cast<std::uintptr_t>(raw);
+    const std::uintptr_t aligned = (start + kChunk - 1) & ~(kChunk - 1);
+    if (aligned > start) ::munmap(raw, aligned - start);
+    const std::uintptr_t end = aligned + size;
+    const std::uintptr_t rawEnd = start + size + kChunk;
+    if (rawEnd > end) ::munmap(reinterpret_cast<void*>(end), rawEnd - end);
+    try {
+      m_regions.emplace_back(reinterpret_cast<void*>(aligned), size);
+    } catch (const std::bad_alloc&) {
+      ::munmap(reinterpret_cast<void*>(aligned), size);
+      return false;
+    }
+    chunk = reinterpret_cast<char*>(aligned);
+    m_regionEnd = chunk + size;
+    m_nextRegionSize = std::min<std::size_t>(m_nextRegionSize * 2, 32 * kChunk);
+  }
+  // Fault the chunk in at once: one call instead of a trap every 4 KB page. Older
+  // kernels refuse the advice; the pages then come in one by one as usual.
+  ::madvise(chunk, kChunk, MADV_POPULATE_WRITE);
+  new (chunk) ChunkHeader{this};
+  m_next = chunk + kHeader;
+  m_chunkEnd = chunk + kChunk;
+  return true;
+}
+
+#if defined(__SANITIZE_ADDRESS__)
+#define IOF_ARENA_OFF 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define IOF_ARENA_OFF 1
+#endif
+#endif
+
+void* RecordArena::Allocate(std::size_t size) noexcept {
+#ifdef IOF_ARENA_OFF
+  // Under AddressSanitizer every record is allocated on its own, so that the sanitizer
+  // sees each record's lifetime.
+  (void)size;
+  return nullptr;
+#endif
+  size = (size + 7) & ~std::size_t{7};
+  if (size > kChunk / 16) return nullptr;
+  if (!m_next || static_cast<std::size_t>(m_chunkEnd - m_next) < size) {
+    if (!NextChunk()) return nullptr;
+  }
+  void* p = m_next;
+  m_next += size;
+  m_live.fetch_add(1, std::memory_order_relaxed);
+  m_last = p;
+  return p;
+}
+
+}  // namespace Quarp::Detail
