@@ -287,12 +287,18 @@ void FormatInto(std::u16string& out, std::u16string_view fmt, const FormatArg* a
     Spec spec;
     for (; i < n; ++i) {
       const char16_t f = fmt[i];
-      if (f == u'-') spec.left = true;
-      else if (f == u'+') spec.plus = true;
-      else if (f == u' ') spec.space = true;
-      else if (f == u'#') spec.alt = true;
-      else if (f == u'0') spec.zero = true;
-      else break;
+      if (f == u'-')
+        spec.left = true;
+      else if (f == u'+')
+        spec.plus = true;
+      else if (f == u' ')
+        spec.space = true;
+      else if (f == u'#')
+        spec.alt = true;
+      else if (f == u'0')
+        spec.zero = true;
+      else
+        break;
     }
     if (i < n && fmt[i] == u'*') {
       const FormatArg* a = take();
@@ -657,8 +663,7 @@ int CString::Delete(int index, int count) {
   return GetLength();
 }
 
-void CString::FormatPacked(bool append, const std::u16string& format, const Afx::FormatArg* args,
-                           std::size_t count) {
+void CString::FormatPacked(bool append, const std::u16string& format, const Afx::FormatArg* args, std::size_t count) {
   std::u16string out;
   if (append) out.assign(View());
   Afx::FormatInto(out, format, args, count);

@@ -85,8 +85,7 @@ DbRootPtr::DbRootPtr(const DbRootPtr& other) noexcept
 }
 
 DbRootPtr::DbRootPtr(DbRootPtr&& other) noexcept
-    : m_ent(other.m_ent), m_mgr(other.m_mgr), m_typeCode(other.m_typeCode), m_err(other.m_err),
-      m_const(other.m_const) {
+    : m_ent(other.m_ent), m_mgr(other.m_mgr), m_typeCode(other.m_typeCode), m_err(other.m_err), m_const(other.m_const) {
   other.m_ent = nullptr;
 }
 
@@ -147,7 +146,7 @@ DbMgr* DbRootPtr::GetDbMgr() const noexcept { return m_ent && m_ent->m_mgr ? m_e
 
 void DbRootPtr::NullAccess() const {
   Zolt::Diagnostics::Details::InvokeCurrentAssertHandler("quarp/DbPtr", 0, "Quarp::DbRootPtr::NullAccess",
-                                                          "null record pointer dereferenced");
+                                                         "null record pointer dereferenced");
   throw DbNullAccess();
 }
 

@@ -28,8 +28,8 @@ namespace {
 
 constexpr std::uint8_t kMagic[8] = {0x89, 'I', 'O', 'F', '\r', '\n', 0x1A, '\n'};
 constexpr std::uint32_t kFormatVersion = 1;
-constexpr std::size_t kHeaderSize = 36;   // magic, version, flags, record count, next id, class count
-constexpr std::size_t kTrailerSize = 8;   // XXH3-64 of everything before it
+constexpr std::size_t kHeaderSize = 36;  // magic, version, flags, record count, next id, class count
+constexpr std::size_t kTrailerSize = 8;  // XXH3-64 of everything before it
 constexpr std::uint64_t kMaxId = 0xFFFFFFFEu;
 
 std::string Hex(std::uint64_t v) {
@@ -248,7 +248,8 @@ DbErr DbMgr::Write(const UtString& pathText) {
     if (fd < 0 && errno != EEXIST) break;
   }
   if (fd < 0) {
-    return Fail(DbErr::Io, "cannot write '" + path + "': cannot create a file in '" + dir + "': " + std::strerror(errno));
+    return Fail(DbErr::Io,
+                "cannot write '" + path + "': cannot create a file in '" + dir + "': " + std::strerror(errno));
   }
 
   auto abandon = [&](std::string text) {
@@ -270,7 +271,7 @@ DbErr DbMgr::Write(const UtString& pathText) {
   }
   if (::fsync(fd) != 0) return abandon(std::string("flush failed: ") + std::strerror(errno));
   // Keep the permissions of the file being replaced.
-  struct stat st{};
+  struct stat st {};
   if (::stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode)) ::fchmod(fd, st.st_mode & 07777);
   if (::close(fd) != 0) {
     ::unlink(temp.c_str());
@@ -299,7 +300,7 @@ DbErr DbMgr::Read(const UtString& pathText, bool readOnly) {
     const int e = errno;
     return Fail(e == ENOENT ? DbErr::NotFound : DbErr::Io, "cannot open '" + path + "': " + std::strerror(e));
   }
-  struct stat st{};
+  struct stat st {};
   if (::fstat(fd, &st) != 0) {
     const int e = errno;
     ::close(fd);
@@ -390,8 +391,8 @@ DbErr DbMgr::ReadFromMemory(std::span<const std::uint8_t> bytes, bool readOnly) 
     in.Skip(12);
     const auto flags = in.ReadRaw<std::uint32_t>();
     if (flags != 0) {
-      return Fail(DbErr::NewerFormat, "the file uses format features this library does not know (flags " +
-                                          Hex(flags) + ")");
+      return Fail(DbErr::NewerFormat,
+                  "the file uses format features this library does not know (flags " + Hex(flags) + ")");
     }
     const auto count = in.ReadRaw<std::uint64_t>();
     const auto nextId = in.ReadRaw<std::uint64_t>();
@@ -439,9 +440,8 @@ DbErr DbMgr::ReadFromMemory(std::span<const std::uint8_t> bytes, bool readOnly) 
       currentClass = cls < classCount ? names[cls].c_str() : nullptr;
       if (cls >= classCount) {
         discard();
-        return Fail(DbErr::Corrupt, "record " + std::to_string(currentId) + " refers to class #" +
-                                        std::to_string(cls) + " but the file names only " +
-                                        std::to_string(classCount) + " classes");
+        return Fail(DbErr::Corrupt, "record " + std::to_string(currentId) + " refers to class #" + std::to_string(cls) +
+                                        " but the file names only " + std::to_string(classCount) + " classes");
       }
       if (length > in.GetRemaining()) {
         discard();
@@ -468,9 +468,8 @@ DbErr DbMgr::ReadFromMemory(std::span<const std::uint8_t> bytes, bool readOnly) 
       ent->Serialize(payload);
       if (payload.GetRemaining() != 0) {
         discard();
-        return Fail(DbErr::BadRecord, Describe(currentId, currentClass) + ": its payload is " +
-                                          std::to_string(length) + " bytes but the class read only " +
-                                          std::to_string(payload.GetPosition()));
+        return Fail(DbErr::BadRecord, Describe(currentId, currentClass) + ": its payload is " + std::to_string(length) +
+                                          " bytes but the class read only " + std::to_string(payload.GetPosition()));
       }
       ++loaded;
     }

@@ -17,9 +17,7 @@ namespace Quarp::Detail {
 class RecordTable {
  public:
   // Whether ids below `nextId` for `count` records are best kept dense.
-  static bool DenseFits(std::uint64_t nextId, std::uint64_t count) noexcept {
-    return nextId <= 2 * count + (1u << 20);
-  }
+  static bool DenseFits(std::uint64_t nextId, std::uint64_t count) noexcept { return nextId <= 2 * count + (1u << 20); }
 
   explicit RecordTable(bool dense = true) : m_dense(dense) {
     if (m_dense) m_slots.push_back(nullptr);  // id 0 is the null id

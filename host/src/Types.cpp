@@ -19,19 +19,32 @@ std::ostream& operator<<(std::ostream& os, DbId id) { return os << "DbId(" << id
 
 const char* DbErrName(DbErr err) noexcept {
   switch (err) {
-    case DbErr::Ok: return "Ok";
-    case DbErr::NotFound: return "NotFound";
-    case DbErr::Io: return "Io";
-    case DbErr::NoManager: return "NoManager";
-    case DbErr::NotAnIofFile: return "NotAnIofFile";
-    case DbErr::NewerFormat: return "NewerFormat";
-    case DbErr::Corrupt: return "Corrupt";
-    case DbErr::UnknownClass: return "UnknownClass";
-    case DbErr::BadRecord: return "BadRecord";
-    case DbErr::ReadOnly: return "ReadOnly";
-    case DbErr::InvalidArgument: return "InvalidArgument";
-    case DbErr::ConstructFailed: return "ConstructFailed";
-    case DbErr::AttachFailed: return "AttachFailed";
+    case DbErr::Ok:
+      return "Ok";
+    case DbErr::NotFound:
+      return "NotFound";
+    case DbErr::Io:
+      return "Io";
+    case DbErr::NoManager:
+      return "NoManager";
+    case DbErr::NotAnIofFile:
+      return "NotAnIofFile";
+    case DbErr::NewerFormat:
+      return "NewerFormat";
+    case DbErr::Corrupt:
+      return "Corrupt";
+    case DbErr::UnknownClass:
+      return "UnknownClass";
+    case DbErr::BadRecord:
+      return "BadRecord";
+    case DbErr::ReadOnly:
+      return "ReadOnly";
+    case DbErr::InvalidArgument:
+      return "InvalidArgument";
+    case DbErr::ConstructFailed:
+      return "ConstructFailed";
+    case DbErr::AttachFailed:
+      return "AttachFailed";
   }
   return "Unknown";
 }
@@ -151,10 +164,10 @@ const UtSerializeClass* UtSerializeFind(unsigned classId) noexcept {
 }
 
 void UtThrowNewerVersion(unsigned stored, unsigned current, const char* className) {
-  throw UtArchiveException(UtArchiveException::badSchema,
-                           std::string("stored version ") + std::to_string(stored) + " of " +
-                               (className ? className : "a class") + " is newer than version " +
-                               std::to_string(current) + ", the newest this library reads");
+  throw UtArchiveException(UtArchiveException::badSchema, std::string("stored version ") + std::to_string(stored) +
+                                                              " of " + (className ? className : "a class") +
+                                                              " is newer than version " + std::to_string(current) +
+                                                              ", the newest this library reads");
 }
 
 }  // namespace Quarp

@@ -49,10 +49,10 @@ void UtArchive::ThrowEndOfFile(std::size_t wanted) const {
 }
 
 void UtArchive::ThrowTooLarge(std::uint64_t count, std::size_t each) const {
-  throw UtArchiveException(UtArchiveException::tooLarge,
-                           "a count of " + std::to_string(count) + " (at least " + std::to_string(each) +
-                               " bytes each) is larger than the " + std::to_string(m_size - m_pos) +
-                               " bytes that remain at offset " + std::to_string(m_pos));
+  throw UtArchiveException(UtArchiveException::tooLarge, "a count of " + std::to_string(count) + " (at least " +
+                                                             std::to_string(each) + " bytes each) is larger than the " +
+                                                             std::to_string(m_size - m_pos) +
+                                                             " bytes that remain at offset " + std::to_string(m_pos));
 }
 
 std::uint64_t UtArchive::ReadCountSlow() {
@@ -115,8 +115,8 @@ void UtArchive::ReadObject(UtObject*& obj) {
     m_classes.push_back(cls->id);
   } else {
     if (tag - 2 >= m_classes.size()) {
-      throw UtArchiveException(UtArchiveException::badIndex,
-                               "object refers to class #" + std::to_string(tag - 2) + ", which the archive never named");
+      throw UtArchiveException(UtArchiveException::badIndex, "object refers to class #" + std::to_string(tag - 2) +
+                                                                 ", which the archive never named");
     }
     cls = UtSerializeFind(m_classes[static_cast<std::size_t>(tag - 2)]);
   }

@@ -135,8 +135,8 @@ IOF::UtIofMovePoint MovePoint(double x, double y, double z) {
   return p;
 }
 
-Quarp::DbPtr<IOF::DbIOFNciToolChange> Tool(int number, const wchar_t* name, double diameter, bool live,
-                                            int holderType, int genType) {
+Quarp::DbPtr<IOF::DbIOFNciToolChange> Tool(int number, const wchar_t* name, double diameter, bool live, int holderType,
+                                           int genType) {
   auto tool = IOF::DbIOFNciToolChange::Create();
   tool->SetGCode(1000);
   tool->SetToolNum(number);

@@ -56,7 +56,8 @@ void Walker::Record(Quarp::DbId id, int depth, int stream, const std::function<v
   m_Path.pop_back();
 }
 
-void Walker::Items(const IOF::DbIOFBase& record, int depth, int stream, const std::function<void(const Visit&)>& visit) {
+void Walker::Items(const IOF::DbIOFBase& record, int depth, int stream,
+                   const std::function<void(const Visit&)>& visit) {
   const auto* list = dynamic_cast<const IOF::DbIOFList*>(&record);
   if (!list) return;
   for (const auto* item = list->GetHead(); item; item = item->GetNext()) Record(item->GetId(), depth, stream, visit);

@@ -11,8 +11,8 @@
 #include <CLI/CLI.hpp>
 
 #include <exception>
-#include <string>
 #include <iostream>
+#include <string>
 
 int main(int argc, char** argv) {
   CLI::App app{"iof: inspect and produce IOF database files"};

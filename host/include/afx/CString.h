@@ -21,7 +21,7 @@
 class CString {
  public:
   CString() noexcept = default;
-  CString(const wchar_t* text);  // NOLINT: implicit, as on the reference platform
+  CString(const wchar_t* text);   // NOLINT: implicit, as on the reference platform
   CString(const char16_t* text);  // NOLINT
   CString(const char16_t* text, int length);
   explicit CString(std::u16string_view text);
@@ -104,9 +104,7 @@ class CString {
   friend bool operator==(const CString& a, const char16_t* b) noexcept {
     return a.View() == std::u16string_view(b ? b : u"");
   }
-  friend std::strong_ordering operator<=>(const CString& a, const CString& b) noexcept {
-    return a.View() <=> b.View();
-  }
+  friend std::strong_ordering operator<=>(const CString& a, const CString& b) noexcept { return a.View() <=> b.View(); }
   friend CString operator+(const CString& a, const CString& b);
   friend CString operator+(const CString& a, const wchar_t* b);
   friend CString operator+(const wchar_t* a, const CString& b);

@@ -71,8 +71,8 @@ inline FormatArg MakeFormatArg(std::u16string_view s) noexcept {
 
 // Numbers, characters, enumerations and pointers.
 template <class T>
-  requires(std::is_arithmetic_v<T> || std::is_enum_v<T> || std::is_pointer_v<T>)
-FormatArg MakeFormatArg(T v) noexcept {
+requires(std::is_arithmetic_v<T> || std::is_enum_v<T> || std::is_pointer_v<T>) FormatArg MakeFormatArg(T v)
+noexcept {
   FormatArg a;
   if constexpr (std::is_enum_v<T>) {
     return MakeFormatArg(static_cast<std::underlying_type_t<T>>(v));
@@ -85,8 +85,7 @@ FormatArg MakeFormatArg(T v) noexcept {
   } else if constexpr (std::is_same_v<T, bool>) {
     a.kind = FormatArg::Kind::Signed;
     a.i = v ? 1 : 0;
-  } else if constexpr (std::is_same_v<T, char16_t> || std::is_same_v<T, char32_t> ||
-                       std::is_same_v<T, wchar_t>) {
+  } else if constexpr (std::is_same_v<T, char16_t> || std::is_same_v<T, char32_t> || std::is_same_v<T, wchar_t>) {
     a.kind = FormatArg::Kind::Unsigned;
     a.u = static_cast<std::uint64_t>(v);
   } else if constexpr (std::is_signed_v<T>) {

@@ -49,9 +49,9 @@ class DbBase : public UtObject {
   virtual void Copy(const DbBase& source, DbCloneMode mode, UtIdXRef* xref);
 
   // Hooks the framework calls; records may override them.
-  virtual void InitEntity() {}                 // after a record is added to a manager
-  virtual void FixIds(UtIdXRef* /*xref*/) {}   // after a group of records was cloned
-  virtual void LoadPostProcess() {}            // after a whole file was loaded
+  virtual void InitEntity() {}                // after a record is added to a manager
+  virtual void FixIds(UtIdXRef* /*xref*/) {}  // after a group of records was cloned
+  virtual void LoadPostProcess() {}           // after a whole file was loaded
   // The record's display name: its class name unless a record says otherwise.
   virtual UtString GetName() const { return GetClass(); }
   // Marks the record's manager as modified.

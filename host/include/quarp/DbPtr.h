@@ -154,8 +154,8 @@ class DbPtr : public Base {
 
   // From a writable pointer to a derived class.
   template <class U, class B2, class C2, std::uint64_t K>
-    requires(std::is_base_of_v<T, U> && !std::is_same_v<T, U>)
-  DbPtr(const DbPtr<U, B2, C2, K>& other) noexcept : Base(other.GetDbMgr(), TypeCode) {  // NOLINT
+  requires(std::is_base_of_v<T, U> && !std::is_same_v<T, U>) DbPtr(const DbPtr<U, B2, C2, K>& other)
+  noexcept : Base(other.GetDbMgr(), TypeCode) {  // NOLINT
     this->AttachSp(other);
     this->SetErr(other.GetErr());
   }
@@ -178,15 +178,15 @@ class DbCPtr : public Base {
 
   // From a read-only pointer to a derived class.
   template <class U, class B2, std::uint64_t K>
-    requires(std::is_base_of_v<T, U> && !std::is_same_v<T, U>)
-  DbCPtr(const DbCPtr<U, B2, K>& other) noexcept : Base(other.GetDbMgr(), TypeCode) {  // NOLINT
+  requires(std::is_base_of_v<T, U> && !std::is_same_v<T, U>) DbCPtr(const DbCPtr<U, B2, K>& other)
+  noexcept : Base(other.GetDbMgr(), TypeCode) {  // NOLINT
     this->AttachSp(other);
     this->SetErr(other.GetErr());
   }
   // From a writable pointer to this class or a derived class.
   template <class U, class B2, class C2, std::uint64_t K>
-    requires std::is_base_of_v<T, U>
-  DbCPtr(const DbPtr<U, B2, C2, K>& other) noexcept : Base(other.GetDbMgr(), TypeCode) {  // NOLINT
+  requires std::is_base_of_v<T, U> DbCPtr(const DbPtr<U, B2, C2, K>& other)
+  noexcept : Base(other.GetDbMgr(), TypeCode) {  // NOLINT
     this->AttachSp(other);
     this->SetErr(other.GetErr());
   }

@@ -93,14 +93,13 @@ class UtArchive {
 
   // Fixed-size little-endian values (this platform is little-endian).
   template <class T>
-    requires std::is_trivially_copyable_v<T>
+  requires std::is_trivially_copyable_v<T>
   void WriteRaw(const T& v) {
     static_assert(std::endian::native == std::endian::little);
     WriteBytes(&v, sizeof(T));
   }
   template <class T>
-    requires std::is_trivially_copyable_v<T>
-  T ReadRaw() {
+  requires std::is_trivially_copyable_v<T> T ReadRaw() {
     T v;
     ReadBytes(&v, sizeof(T));
     return v;
@@ -190,14 +189,12 @@ class UtArchive {
 // --- field helpers -----------------------------------------------------------------
 
 template <class T>
-  requires(std::is_arithmetic_v<T> && !std::is_same_v<T, bool>)
-inline UtArchive& operator<<(UtArchive& ar, T v) {
+requires(std::is_arithmetic_v<T> && !std::is_same_v<T, bool>) inline UtArchive& operator<<(UtArchive& ar, T v) {
   ar.WriteRaw(v);
   return ar;
 }
 template <class T>
-  requires(std::is_arithmetic_v<T> && !std::is_same_v<T, bool>)
-inline UtArchive& operator>>(UtArchive& ar, T& v) {
+requires(std::is_arithmetic_v<T> && !std::is_same_v<T, bool>) inline UtArchive& operator>>(UtArchive& ar, T& v) {
   v = ar.ReadRaw<T>();
   return ar;
 }
@@ -214,13 +211,13 @@ inline UtArchive& operator>>(UtArchive& ar, bool& v) {
 
 // Enumerations: four bytes, two's complement.
 template <class E>
-  requires std::is_enum_v<E>
+requires std::is_enum_v<E>
 inline UtArchive& operator<<(UtArchive& ar, E v) {
   ar.WriteRaw(static_cast<std::int32_t>(v));
   return ar;
 }
 template <class E>
-  requires std::is_enum_v<E>
+requires std::is_enum_v<E>
 inline UtArchive& operator>>(UtArchive& ar, E& v) {
   v = static_cast<E>(ar.ReadRaw<std::int32_t>());
   return ar;

@@ -52,9 +52,7 @@ class UtArrayEx {
 
   // Archive form: version (0), element count (8 bytes), growth step (8 bytes), then
   // each element raw. Loading takes the stored count and growth step.
-  void Serialize(UtArchive& ar)
-    requires std::is_arithmetic_v<T>
-  {
+  void Serialize(UtArchive& ar) requires std::is_arithmetic_v<T> {
     const unsigned version = UtSerializeVersion(ar, 0);
     if (ar.IsStoring()) {
       ar << static_cast<std::int64_t>(m_data.size()) << m_growBy;

@@ -10,7 +10,7 @@ class UtString : public CString {
  public:
   using CString::CString;
   UtString() noexcept = default;
-  UtString(const CString& s) : CString(s) {}  // NOLINT: implicit
+  UtString(const CString& s) : CString(s) {}                 // NOLINT: implicit
   UtString(CString&& s) noexcept : CString(std::move(s)) {}  // NOLINT: implicit
   // Narrow text is taken as UTF-8.
   explicit UtString(const char* narrow) : CString(FromUtf8(narrow ? narrow : "")) {}

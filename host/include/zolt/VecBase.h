@@ -11,8 +11,7 @@ class VecBase {
   static_assert(N > 0);
   constexpr VecBase() noexcept : m_v{} {}
   template <class... U>
-    requires(sizeof...(U) == N)
-  constexpr VecBase(U... values) noexcept : m_v{static_cast<T>(values)...} {}
+  requires(sizeof...(U) == N) constexpr VecBase(U... values) noexcept : m_v{static_cast<T>(values)...} {}
 
   constexpr T& operator[](int i) noexcept { return m_v[i]; }
   constexpr const T& operator[](int i) const noexcept { return m_v[i]; }

@@ -36,7 +36,9 @@ int DbIOFBase::GetTypeIdx() const { return CachedTypeIdx(s_TypeIdx, kTypeCode); 
 bool DbIOFBase::ContainsType(const Quarp::UtMask& mask, bool withBases) const {
   return Detail::RecordOps<DbIOFBase>::ContainsType(*this, mask, withBases);
 }
-bool DbIOFBase::ContainsType(std::uint64_t code) const { return Detail::RecordOps<DbIOFBase>::ContainsType(*this, code); }
+bool DbIOFBase::ContainsType(std::uint64_t code) const {
+  return Detail::RecordOps<DbIOFBase>::ContainsType(*this, code);
+}
 int DbIOFBase::GetSubclassLevel(int n) const { return n + 2; }
 
 UtIOFAttribMap& DbIOFBase::GetAttributes() {
@@ -176,13 +178,13 @@ bool DbIOFBase::CompareProperty(const GmXformMat3D& a, const GmXformMat3D& b, co
 }
 bool DbIOFBase::CompareProperty(const UtAxisMotionMap& a, const UtAxisMotionMap& b, const CString& name,
                                 CString& report, double /*tolerance*/) {
-  return a == b || Differs(report, CString::Formatted(L"Difference Detected: %s - %s vs %s\n", name, a.ToString(),
-                                                      b.ToString()));
+  return a == b ||
+         Differs(report, CString::Formatted(L"Difference Detected: %s - %s vs %s\n", name, a.ToString(), b.ToString()));
 }
-bool DbIOFBase::CompareProperty(const UtIofMovePoint& a, const UtIofMovePoint& b, const CString& name,
-                                CString& report, double /*tolerance*/) {
-  return a == b || Differs(report, CString::Formatted(L"Difference Detected: %s - %s vs %s\n", name, a.ToString(),
-                                                      b.ToString()));
+bool DbIOFBase::CompareProperty(const UtIofMovePoint& a, const UtIofMovePoint& b, const CString& name, CString& report,
+                                double /*tolerance*/) {
+  return a == b ||
+         Differs(report, CString::Formatted(L"Difference Detected: %s - %s vs %s\n", name, a.ToString(), b.ToString()));
 }
 
 }  // namespace IOF

@@ -24,7 +24,7 @@ Quarp::DbId DbIOFDocument::GetStreamById(int streamNumber) const {
   if (!mgr) return result;
   Quarp::DbCPtr<DbIOFStream> stream(nullptr);
   for (int i = m_Streams.GetSize() - 1; i >= 0; --i) {
-    if (!mgr->Get(stream, m_Streams[i], 0)) return result;  // ends the walk early: intended
+    if (!mgr->Get(stream, m_Streams[i], 0)) return result;             // ends the walk early: intended
     if (stream->GetStreamId() == streamNumber) result = m_Streams[i];  // keep walking: the earliest wins
   }
   return result;
@@ -54,8 +54,7 @@ CString DbIOFDocument::ToIOFString() const {
 
 bool DbIOFDocument::Compare(const Quarp::DbCPtr<DbIOFBase>& other, CString& report) const {
   const auto* o = CompareTarget<DbIOFDocument>(other, report);
-  return o && DbIOFBase::Compare(other, report) &&
-         CompareProperty(m_IsMetric, o->m_IsMetric, L"m_IsMetric", report) &&
+  return o && DbIOFBase::Compare(other, report) && CompareProperty(m_IsMetric, o->m_IsMetric, L"m_IsMetric", report) &&
          CompareProperty(m_FileName, o->m_FileName, L"m_FileName", report) &&
          CompareProperty(m_NcFilename, o->m_NcFilename, L"m_NcFilename", report) &&
          CompareProperty(m_UseTCPForSimulationByDefault, o->m_UseTCPForSimulationByDefault,

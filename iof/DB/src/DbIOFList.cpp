@@ -58,27 +58,48 @@ class DbIOFList::ItemPool {
 
 const wchar_t* DbIOFList::ListTypeText(int kind) noexcept {
   switch (kind) {
-    case kStream: return L"Stream IofList";
-    case kOperation: return L"Operation IofList";
-    case kMotionBlock: return L"Motion Block";
-    case kRetractBlock: return L"Retract Block";
-    case kMotionSubList: return L"MotionSubList";
-    case kBasicApproachBlock: return L"Basic Approach Block";
-    case kThreadLonghandBlock: return L"Thread Longhand Block";
-    case kThreadBoxBlock: return L"Thread Box Block";
-    case kThreadCannedBlock: return L"Thread Canned Block";
-    case kDrillLonghandBlock: return L"Drill Longhand Block";
-    case kPolarLonghandBlock: return L"Polar Longhand Block";
-    case kG68MotionSubList: return L"G68_MotionSubList";
-    case kG12MotionSubList: return L"G12_MotionSubList";
-    case kG7MotionSubList: return L"G7_MotionSubList";
-    case kBreakArcBlock: return L"Break Arc Block";
-    case kLinearizationBlock: return L"Linearization Block";
-    case kCutterCompMotionSubList: return L"Cutter Comp MotionSubList";
-    case kMachineBasedMotionSubList: return L"Machine Based MotionSubList";
-    case kSpindleBasedMotionSubList: return L"Spindle Based MotionSubList";
-    case kG28BasedMotionSubList: return L"G28 Based MotionSubList";
-    default: return L"IOF List Object";
+    case kStream:
+      return L"Stream IofList";
+    case kOperation:
+      return L"Operation IofList";
+    case kMotionBlock:
+      return L"Motion Block";
+    case kRetractBlock:
+      return L"Retract Block";
+    case kMotionSubList:
+      return L"MotionSubList";
+    case kBasicApproachBlock:
+      return L"Basic Approach Block";
+    case kThreadLonghandBlock:
+      return L"Thread Longhand Block";
+    case kThreadBoxBlock:
+      return L"Thread Box Block";
+    case kThreadCannedBlock:
+      return L"Thread Canned Block";
+    case kDrillLonghandBlock:
+      return L"Drill Longhand Block";
+    case kPolarLonghandBlock:
+      return L"Polar Longhand Block";
+    case kG68MotionSubList:
+      return L"G68_MotionSubList";
+    case kG12MotionSubList:
+      return L"G12_MotionSubList";
+    case kG7MotionSubList:
+      return L"G7_MotionSubList";
+    case kBreakArcBlock:
+      return L"Break Arc Block";
+    case kLinearizationBlock:
+      return L"Linearization Block";
+    case kCutterCompMotionSubList:
+      return L"Cutter Comp MotionSubList";
+    case kMachineBasedMotionSubList:
+      return L"Machine Based MotionSubList";
+    case kSpindleBasedMotionSubList:
+      return L"Spindle Based MotionSubList";
+    case kG28BasedMotionSubList:
+      return L"G28 Based MotionSubList";
+    default:
+      return L"IOF List Object";
   }
 }
 

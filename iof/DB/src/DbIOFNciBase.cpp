@@ -26,8 +26,7 @@ CString DbIOFNciBase::ToIOFString() const { return CString(L"IOF NCI Base Object
 
 bool DbIOFNciBase::Compare(const Quarp::DbCPtr<DbIOFBase>& other, CString& report) const {
   const auto* o = CompareTarget<DbIOFNciBase>(other, report);
-  return o && DbIOFBase::Compare(other, report) &&
-         CompareProperty(m_GCode, o->m_GCode, L"m_GCode", report) &&
+  return o && DbIOFBase::Compare(other, report) && CompareProperty(m_GCode, o->m_GCode, L"m_GCode", report) &&
          CompareProperty(m_OwnerOpId, o->m_OwnerOpId, L"m_OwnerOpId", report) &&
          CompareProperty(m_Time, o->m_Time, L"m_Time", report, 1e-6);
 }

@@ -18,13 +18,20 @@ void DbIOFNciBaseMove::Fields(F&& f, R&... r) {
 
 CString DbIOFNciBaseMove::GetContourPositionString() const {
   switch (m_ContourPosition) {
-    case ContourPositionState::Unresolved: return CString(L"ContourPosition.Unresolved");
-    case ContourPositionState::Before: return CString(L"ContourPosition.Before");
-    case ContourPositionState::LeadIn: return CString(L"ContourPosition.LeadIn");
-    case ContourPositionState::Contour: return CString(L"ContourPosition.Contour");
-    case ContourPositionState::LeadOut: return CString(L"ContourPosition.LeadOut");
-    case ContourPositionState::After: return CString(L"ContourPosition.After");
-    case ContourPositionState::Transition: return CString(L"ContourPosition.Transition");
+    case ContourPositionState::Unresolved:
+      return CString(L"ContourPosition.Unresolved");
+    case ContourPositionState::Before:
+      return CString(L"ContourPosition.Before");
+    case ContourPositionState::LeadIn:
+      return CString(L"ContourPosition.LeadIn");
+    case ContourPositionState::Contour:
+      return CString(L"ContourPosition.Contour");
+    case ContourPositionState::LeadOut:
+      return CString(L"ContourPosition.LeadOut");
+    case ContourPositionState::After:
+      return CString(L"ContourPosition.After");
+    case ContourPositionState::Transition:
+      return CString(L"ContourPosition.Transition");
   }
   return CString();
 }

@@ -31,8 +31,8 @@ Quarp::DbPtr<DbIOFStream> DbIOFStream::Create(int streamId) {
   return ptr;
 }
 
-Quarp::DbId DbIOFStream::AddToolChange(Quarp::DbPtr<DbIOFNciToolChange>& toolChange, bool& added,
-                                       bool matchDiaOffset, bool matchLengthOffset) {
+Quarp::DbId DbIOFStream::AddToolChange(Quarp::DbPtr<DbIOFNciToolChange>& toolChange, bool& added, bool matchDiaOffset,
+                                       bool matchLengthOffset) {
   Quarp::DbId result;
   added = false;
   Quarp::DbMgr* mgr = GetDbMgr();
@@ -60,8 +60,7 @@ Quarp::DbId DbIOFStream::AddToolChange(Quarp::DbPtr<DbIOFNciToolChange>& toolCha
   return result;
 }
 
-Quarp::DbId DbIOFStream::AddPlane(const GmXformMat3D& matrix, int workOffsetNum, bool forceNew,
-                                  double angleTolerance) {
+Quarp::DbId DbIOFStream::AddPlane(const GmXformMat3D& matrix, int workOffsetNum, bool forceNew, double angleTolerance) {
   Quarp::DbMgr* mgr = GetDbMgr();
   if (!mgr) return Quarp::DbId();
   if (!forceNew) {
@@ -90,8 +89,7 @@ CString DbIOFStream::ToIOFString() const {
 
 bool DbIOFStream::Compare(const Quarp::DbCPtr<DbIOFBase>& other, CString& report) const {
   const auto* o = CompareTarget<DbIOFStream>(other, report);
-  return o && DbIOFList::Compare(other, report) &&
-         CompareProperty(m_StreamId, o->m_StreamId, L"m_StreamId", report) &&
+  return o && DbIOFList::Compare(other, report) && CompareProperty(m_StreamId, o->m_StreamId, L"m_StreamId", report) &&
          CompareProperty(m_AxisCombinationDefined, o->m_AxisCombinationDefined, L"m_AxisCombinationDefined", report) &&
          CompareProperty(m_NCOutputFile, o->m_NCOutputFile, L"m_NCOutputFile", report) &&
          CompareProperty(m_FirstToolChgId, o->m_FirstToolChgId, L"m_FirstToolChgId", report) &&

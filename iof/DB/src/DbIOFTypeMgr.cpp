@@ -5,8 +5,8 @@
 namespace IOF {
 
 // The state comes before the instance below, so it is initialised first.
-#define IOF_X_DEFINE(NAME)                      \
-  int DbIOFTypeMgr::m_##NAME##Idx = -1;      \
+#define IOF_X_DEFINE(NAME)              \
+  int DbIOFTypeMgr::m_##NAME##Idx = -1; \
   Quarp::UtMask DbIOFTypeMgr::m_##NAME##Mask;
 #define IOF_X_DEFINE_REGISTERED(NAME, Class, code) IOF_X_DEFINE(NAME)
 IOF_REGISTERED_TYPES(IOF_X_DEFINE_REGISTERED)
@@ -20,7 +20,7 @@ DbIOFTypeMgr::DbIOFTypeMgr() {
   if (!s_Init) return;
   s_Init = false;
   Quarp::DbTypeMgr& host = Quarp::GetDbTypeMgr();
-#define IOF_X_REGISTER(NAME, Class, code)                       \
+#define IOF_X_REGISTER(NAME, Class, code)                     \
   m_##NAME##Idx = host.AddType(code, Quarp::UtString(#NAME)); \
   m_##NAME##Mask.Copy(host.GetMaskEx(code, 0));
   IOF_REGISTERED_TYPES(IOF_X_REGISTER)

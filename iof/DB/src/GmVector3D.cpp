@@ -16,9 +16,7 @@ GmVector3D::GmVector3D(double x, double y, double z) : TNT::Vector<double>(3, 0.
 
 GmVector3D::GmVector3D(const GmPoint3D& p) : GmVector3D(p.x, p.y, p.z) {}
 
-GmVector3D::GmVector3D(const GmVector3D& v) : TNT::Vector<double>(3, 0.0) {
-  TNT::Vector<double>::operator=(v);
-}
+GmVector3D::GmVector3D(const GmVector3D& v) : TNT::Vector<double>(3, 0.0) { TNT::Vector<double>::operator=(v); }
 
 GmVector3D::GmVector3D(const TNT::Vector<double>& v) : TNT::Vector<double>(3, 0.0) {
   TNT::Vector<double>::operator=(v);

@@ -15,7 +15,7 @@ const double kIdentity[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 
 void ReportNotFour(int line) {
   Zolt::Diagnostics::Details::InvokeCurrentAssertHandler("DB/src/GmXformMat3D", line, "IOF::GmXformMat3D::GmXformMat3D",
-                                                          "");
+                                                         "");
 }
 
 }  // namespace

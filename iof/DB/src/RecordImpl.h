@@ -25,7 +25,7 @@ namespace IOF::Detail {
 
 template <class T>
 void StoreValue(Quarp::UtArchive& ar, const T& v) {
-  if constexpr (requires(T& t) { t.Serialize(ar); }) {
+  if constexpr (requires(T & t) { t.Serialize(ar); }) {
     const_cast<T&>(v).Serialize(ar);  // storing does not change the value
   } else {
     ar << v;
@@ -58,8 +58,8 @@ inline void VisitValue(FieldVisitor& fv, const char* n, const Quarp::UtArrayEx<u
   fv.OnBytes(n, std::span<const std::uint8_t>(v.GetData(), static_cast<std::size_t>(v.GetSize())));
 }
 template <class T>
-  requires(std::is_integral_v<T> || std::is_enum_v<T>) && (!std::is_same_v<T, bool>)
-void VisitValue(FieldVisitor& fv, const char* n, T v) {
+requires(std::is_integral_v<T> || std::is_enum_v<T>) &&
+    (!std::is_same_v<T, bool>)void VisitValue(FieldVisitor& fv, const char* n, T v) {
   if constexpr (std::is_enum_v<T>) {
     fv.OnInt(n, static_cast<std::int64_t>(v));
   } else if constexpr (std::is_signed_v<T>) {
@@ -196,48 +196,48 @@ struct RecordOps {
 // --- implementation macros -------------------------------------------------------------
 
 // The type answers of IOF_ABSTRACT_RECORD and IOF_RECORD.
-#define IOF_IMPLEMENT_RECORD_TYPE(Class)                                                                  \
-  std::atomic<int> Class::s_TypeIdx{-1};                                                                  \
-  const Quarp::UtString& Class::GetClass() const {                                                        \
-    return ::IOF::Detail::RecordOps<Class>::GetClass("IOF::" #Class "::GetClass");                        \
-  }                                                                                                       \
-  std::uint64_t Class::GetType() const { return kTypeCode; }                                              \
-  int Class::GetTypeIdx() const { return ::IOF::CachedTypeIdx(s_TypeIdx, kTypeCode); }                    \
-  bool Class::ContainsType(const Quarp::UtMask& mask, bool withBases) const {                             \
-    return ::IOF::Detail::RecordOps<Class>::ContainsType(*this, mask, withBases);                         \
-  }                                                                                                       \
-  bool Class::ContainsType(std::uint64_t code) const {                                                    \
-    return ::IOF::Detail::RecordOps<Class>::ContainsType(*this, code);                                    \
-  }                                                                                                       \
+#define IOF_IMPLEMENT_RECORD_TYPE(Class)                                               \
+  std::atomic<int> Class::s_TypeIdx{-1};                                               \
+  const Quarp::UtString& Class::GetClass() const {                                     \
+    return ::IOF::Detail::RecordOps<Class>::GetClass("IOF::" #Class "::GetClass");     \
+  }                                                                                    \
+  std::uint64_t Class::GetType() const { return kTypeCode; }                           \
+  int Class::GetTypeIdx() const { return ::IOF::CachedTypeIdx(s_TypeIdx, kTypeCode); } \
+  bool Class::ContainsType(const Quarp::UtMask& mask, bool withBases) const {          \
+    return ::IOF::Detail::RecordOps<Class>::ContainsType(*this, mask, withBases);      \
+  }                                                                                    \
+  bool Class::ContainsType(std::uint64_t code) const {                                 \
+    return ::IOF::Detail::RecordOps<Class>::ContainsType(*this, code);                 \
+  }                                                                                    \
   int Class::GetSubclassLevel(int n) const { return BaseClass::GetSubclassLevel(n + 1); }
 
 // Serialize, Copy and VisitFields from the class's field list.
-#define IOF_IMPLEMENT_FIELD_OPS(Class)                                                                    \
-  void Class::Serialize(Quarp::UtArchive& ar) { ::IOF::Detail::RecordOps<Class>::Serialize(*this, ar); }  \
-  void Class::Copy(const Quarp::DbBase& source, Quarp::DbCloneMode mode, Quarp::UtIdXRef* xref) {         \
-    ::IOF::Detail::RecordOps<Class>::Copy(*this, source, mode, xref);                                     \
-  }                                                                                                       \
-  void Class::VisitFields(::IOF::FieldVisitor& visitor) const {                                           \
-    ::IOF::Detail::RecordOps<Class>::Visit(*this, visitor);                                               \
+#define IOF_IMPLEMENT_FIELD_OPS(Class)                                                                   \
+  void Class::Serialize(Quarp::UtArchive& ar) { ::IOF::Detail::RecordOps<Class>::Serialize(*this, ar); } \
+  void Class::Copy(const Quarp::DbBase& source, Quarp::DbCloneMode mode, Quarp::UtIdXRef* xref) {        \
+    ::IOF::Detail::RecordOps<Class>::Copy(*this, source, mode, xref);                                    \
+  }                                                                                                      \
+  void Class::VisitFields(::IOF::FieldVisitor& visitor) const {                                          \
+    ::IOF::Detail::RecordOps<Class>::Visit(*this, visitor);                                              \
   }
 
 // Registration, Construct, MakeNew and Clone of a concrete record.
-#define IOF_IMPLEMENT_RECORD_CREATION(Class)                                                              \
-  IOF_IMPLEMENT_SERIAL(Class)                                                                             \
-  bool Class::Construct(Quarp::DbPtr<Class>& ptr, Quarp::DbMgr* mgr) {                                    \
-    return ::IOF::Detail::RecordOps<Class>::Construct(ptr, mgr);                                          \
-  }                                                                                                       \
-  Quarp::DbPtr<Class> Class::MakeNew(Quarp::DbMgr* mgr) { return ::IOF::Detail::RecordOps<Class>::MakeNew(mgr); } \
-  Quarp::DbBase* Class::Clone(Quarp::DbCloneMode mode, Quarp::DbMgr* mgr, Quarp::UtIdXRef* xref,          \
-                              Quarp::DbErr& err) const {                                                  \
-    return ::IOF::Detail::RecordOps<Class>::Clone(*this, mode, mgr, xref, err);                           \
+#define IOF_IMPLEMENT_RECORD_CREATION(Class)                                                                        \
+  IOF_IMPLEMENT_SERIAL(Class)                                                                                       \
+  bool Class::Construct(Quarp::DbPtr<Class>& ptr, Quarp::DbMgr* mgr) {                                              \
+    return ::IOF::Detail::RecordOps<Class>::Construct(ptr, mgr);                                                    \
+  }                                                                                                                 \
+  Quarp::DbPtr<Class> Class::MakeNew(Quarp::DbMgr* mgr) { return ::IOF::Detail::RecordOps<Class>::MakeNew(mgr); }   \
+  Quarp::DbBase* Class::Clone(Quarp::DbCloneMode mode, Quarp::DbMgr* mgr, Quarp::UtIdXRef* xref, Quarp::DbErr& err) \
+      const {                                                                                                       \
+    return ::IOF::Detail::RecordOps<Class>::Clone(*this, mode, mgr, xref, err);                                     \
   }
 
 // Everything of an abstract level / a concrete record whose archive is its field list.
 #define IOF_IMPLEMENT_ABSTRACT_RECORD(Class) \
   IOF_IMPLEMENT_RECORD_TYPE(Class)           \
   IOF_IMPLEMENT_FIELD_OPS(Class)
-#define IOF_IMPLEMENT_RECORD(Class)   \
-  IOF_IMPLEMENT_RECORD_TYPE(Class)    \
+#define IOF_IMPLEMENT_RECORD(Class)    \
+  IOF_IMPLEMENT_RECORD_TYPE(Class)     \
   IOF_IMPLEMENT_RECORD_CREATION(Class) \
   IOF_IMPLEMENT_FIELD_OPS(Class)

@@ -30,17 +30,17 @@ void UtIOFAttribItem::Serialize(Quarp::UtArchive& ar) {
 
 CString UtIOFAttribItem::ToString() const { return m_Key; }
 
-#define IOF_IMPLEMENT_ATTRIB_ITEM(Class, NonConstType)                 \
-  void Class::Serialize(Quarp::UtArchive& ar) {                        \
-    const unsigned version = Quarp::UtSerializeVersion(ar, 0);         \
-    UtIOFAttribItem::Serialize(ar);                                    \
-    if (ar.IsStoring()) {                                              \
-      ar << m_Data;                                                    \
-      return;                                                          \
-    }                                                                  \
-    Quarp::UtCheckVersion(version, 0, #Class);                         \
-    ar >> m_Data;                                                      \
-  }                                                                    \
+#define IOF_IMPLEMENT_ATTRIB_ITEM(Class, NonConstType)         \
+  void Class::Serialize(Quarp::UtArchive& ar) {                \
+    const unsigned version = Quarp::UtSerializeVersion(ar, 0); \
+    UtIOFAttribItem::Serialize(ar);                            \
+    if (ar.IsStoring()) {                                      \
+      ar << m_Data;                                            \
+      return;                                                  \
+    }                                                          \
+    Quarp::UtCheckVersion(version, 0, #Class);                 \
+    ar >> m_Data;                                              \
+  }                                                            \
   IOFAttrbType Class::GetDataType() { return NonConstType; }
 
 IOF_IMPLEMENT_ATTRIB_ITEM(UtIOFAttribItemBool, IOFAttrbType::Bool)
@@ -235,13 +235,13 @@ void UtIOFAttribMap::LoadEntries(Quarp::UtArchive& ar, std::int32_t count) {
     std::unique_ptr<Quarp::UtObject> owned(object);
     auto* item = dynamic_cast<UtIOFAttribItem*>(object);
     if (!item) {
-      throw Quarp::UtArchiveException(Quarp::UtArchiveException::badClass,
-                                      std::string("an attribute map holds a ") + object->GetObjectClassName() +
-                                          ", which is not an attribute");
+      throw Quarp::UtArchiveException(
+          Quarp::UtArchiveException::badClass,
+          std::string("an attribute map holds a ") + object->GetObjectClassName() + ", which is not an attribute");
     }
     if (!AddAttribute(item)) {
       Zolt::Diagnostics::Details::InvokeCurrentAssertHandler("DB/src/UtAttribute", 406,
-                                                              "IOF::UtIOFAttribMap::Serialize", "");
+                                                             "IOF::UtIOFAttribMap::Serialize", "");
       continue;  // the duplicate is dropped (and destroyed)
     }
     owned.release();

@@ -17,14 +17,22 @@ const wchar_t* AxisText(int axis) {
 
 const wchar_t* MotionText(int type) {
   switch (type) {
-    case Disabled: return L"Disabled";
-    case Coordinate: return L"Coordinate";
-    case OffsetFromHomePosition: return L"OffsetFromHomePosition";
-    case OffsetFromSpindleOrigin: return L"OffsetFromSpindleOrigin";
-    case OffsetFromMinLimit: return L"OffsetFromMinLimit";
-    case OffsetFromMaxLimit: return L"OffsetFromMaxLimit";
-    case AxisNotDefined: return L"AxisNotDefined";
-    default: return nullptr;  // 6 and 7 have no text
+    case Disabled:
+      return L"Disabled";
+    case Coordinate:
+      return L"Coordinate";
+    case OffsetFromHomePosition:
+      return L"OffsetFromHomePosition";
+    case OffsetFromSpindleOrigin:
+      return L"OffsetFromSpindleOrigin";
+    case OffsetFromMinLimit:
+      return L"OffsetFromMinLimit";
+    case OffsetFromMaxLimit:
+      return L"OffsetFromMaxLimit";
+    case AxisNotDefined:
+      return L"AxisNotDefined";
+    default:
+      return nullptr;  // 6 and 7 have no text
   }
 }
 

@@ -116,17 +116,17 @@ class DbIOFBase : public Quarp::DbBase {
   static bool CompareProperty(const GmXformMat3D& a, const GmXformMat3D& b, const CString& name, CString& report,
                               double tolerance);
   // The map's and the point's own equality; the tolerance is not used.
-  static bool CompareProperty(const UtAxisMotionMap& a, const UtAxisMotionMap& b, const CString& name,
-                              CString& report, double tolerance = 0.0);
-  static bool CompareProperty(const UtIofMovePoint& a, const UtIofMovePoint& b, const CString& name,
-                              CString& report, double tolerance = 0.0);
+  static bool CompareProperty(const UtAxisMotionMap& a, const UtAxisMotionMap& b, const CString& name, CString& report,
+                              double tolerance = 0.0);
+  static bool CompareProperty(const UtIofMovePoint& a, const UtIofMovePoint& b, const CString& name, CString& report,
+                              double tolerance = 0.0);
 
  private:
   static std::atomic<int> s_TypeIdx;
 
-  CString m_Name;                                    // the IOF name
-  std::unique_ptr<UtIOFAttribMap> m_Attributes;      // created on first use
-  Quarp::UtSArrayEx<Quarp::DbId> m_SubLists{10};     // ids of DbIOFList records
+  CString m_Name;                                 // the IOF name
+  std::unique_ptr<UtIOFAttribMap> m_Attributes;   // created on first use
+  Quarp::UtSArrayEx<Quarp::DbId> m_SubLists{10};  // ids of DbIOFList records
 };
 
 }  // namespace IOF

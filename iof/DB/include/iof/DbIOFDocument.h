@@ -66,10 +66,10 @@ class DbIOFDocument : public DbIOFBase {
 
  private:
   bool m_IsMetric = true;
-  CString m_FileName;                          // the file the data came from
-  CString m_NcFilename;                        // the NC file it is posted to
+  CString m_FileName;    // the file the data came from
+  CString m_NcFilename;  // the NC file it is posted to
   Quarp::UtSArrayEx<Quarp::DbId> m_Streams{10};
-  Quarp::DbId m_JobSetupId;                    // not copied by Copy: intended
+  Quarp::DbId m_JobSetupId;  // not copied by Copy: intended
   Quarp::DbId m_MachineInfoId;
   bool m_UseTCPForSimulationByDefault = false;  // since version 1
 };

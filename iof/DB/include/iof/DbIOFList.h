@@ -35,26 +35,26 @@ class DbIOFList : public DbIOFBase {
   // List kinds. Texts in ToIOFString; any other value (0 and combinations included)
   // prints "IOF List Object".
   enum ListType : int {
-    kStream = 0x1,                      // "Stream IofList"
-    kOperation = 0x2,                   // "Operation IofList"
-    kMotionBlock = 0x4,                 // "Motion Block"
-    kRetractBlock = 0x8,                // "Retract Block"
-    kMotionSubList = 0x10,              // "MotionSubList"
-    kBasicApproachBlock = 0x20,         // "Basic Approach Block"
-    kThreadLonghandBlock = 0x100,       // "Thread Longhand Block"
-    kThreadBoxBlock = 0x200,            // "Thread Box Block"
-    kThreadCannedBlock = 0x400,         // "Thread Canned Block"
-    kDrillLonghandBlock = 0x4000,       // "Drill Longhand Block"
-    kPolarLonghandBlock = 0x8000,       // "Polar Longhand Block"
-    kG68MotionSubList = 0x10000,        // "G68_MotionSubList"
-    kG12MotionSubList = 0x20000,        // "G12_MotionSubList"
-    kG7MotionSubList = 0x40000,         // "G7_MotionSubList"
-    kBreakArcBlock = 0x80000,           // "Break Arc Block"
-    kLinearizationBlock = 0x100000,     // "Linearization Block"
-    kCutterCompMotionSubList = 0x400000,      // "Cutter Comp MotionSubList"
-    kMachineBasedMotionSubList = 0x4000000,   // "Machine Based MotionSubList"
-    kSpindleBasedMotionSubList = 0x8000000,   // "Spindle Based MotionSubList"
-    kG28BasedMotionSubList = 0x10000000,      // "G28 Based MotionSubList"
+    kStream = 0x1,                           // "Stream IofList"
+    kOperation = 0x2,                        // "Operation IofList"
+    kMotionBlock = 0x4,                      // "Motion Block"
+    kRetractBlock = 0x8,                     // "Retract Block"
+    kMotionSubList = 0x10,                   // "MotionSubList"
+    kBasicApproachBlock = 0x20,              // "Basic Approach Block"
+    kThreadLonghandBlock = 0x100,            // "Thread Longhand Block"
+    kThreadBoxBlock = 0x200,                 // "Thread Box Block"
+    kThreadCannedBlock = 0x400,              // "Thread Canned Block"
+    kDrillLonghandBlock = 0x4000,            // "Drill Longhand Block"
+    kPolarLonghandBlock = 0x8000,            // "Polar Longhand Block"
+    kG68MotionSubList = 0x10000,             // "G68_MotionSubList"
+    kG12MotionSubList = 0x20000,             // "G12_MotionSubList"
+    kG7MotionSubList = 0x40000,              // "G7_MotionSubList"
+    kBreakArcBlock = 0x80000,                // "Break Arc Block"
+    kLinearizationBlock = 0x100000,          // "Linearization Block"
+    kCutterCompMotionSubList = 0x400000,     // "Cutter Comp MotionSubList"
+    kMachineBasedMotionSubList = 0x4000000,  // "Machine Based MotionSubList"
+    kSpindleBasedMotionSubList = 0x8000000,  // "Spindle Based MotionSubList"
+    kG28BasedMotionSubList = 0x10000000,     // "G28 Based MotionSubList"
   };
   // The text of a kind, "IOF List Object" for any value not in the table.
   static const wchar_t* ListTypeText(int kind) noexcept;
@@ -128,7 +128,7 @@ class DbIOFList : public DbIOFBase {
   ItemPool* m_Pool = nullptr;  // where the items live; shared with shallow copies
   Item* m_Head = nullptr;
   Item* m_Tail = nullptr;
-  int m_ListType = 0;          // the list kind; 0 for a list made by SerializeCreate
+  int m_ListType = 0;  // the list kind; 0 for a list made by SerializeCreate
 };
 
 // Reads one list object written with UtArchive::WriteObject; null when the archive

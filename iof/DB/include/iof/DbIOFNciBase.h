@@ -38,9 +38,9 @@ class DbIOFNciBase : public DbIOFBase {
  private:
   void OnLoaded(unsigned version);  // applies the SetTime rule to the loaded time
 
-  int m_GCode = 0;        // the NC code, printed as "G%d"; subclasses may set their own default
-  int m_OwnerOpId = -1;   // the owning operation; -1 for none
-  double m_Time = 0.0;    // machining time in seconds
+  int m_GCode = 0;       // the NC code, printed as "G%d"; subclasses may set their own default
+  int m_OwnerOpId = -1;  // the owning operation; -1 for none
+  double m_Time = 0.0;   // machining time in seconds
 };
 
 }  // namespace IOF

@@ -49,8 +49,8 @@ class DbIOFNciBaseMove : public DbIOFNciBase {
   // Declared for compact records (files hold millions of moves); the archive order is
   // the one in the field list.
   double m_FeedRate = 0.0;
-  int m_CutterComp = 0;          // cutter compensation code, stored as given
-  int m_PositionCode = 0;        // position code, stored as given
+  int m_CutterComp = 0;    // cutter compensation code, stored as given
+  int m_PositionCode = 0;  // position code, stored as given
   ContourPositionState m_ContourPosition = ContourPositionState::Before;
   bool m_bIsFeedMove = true;     // feed (true) or rapid (false)
   bool m_NcIncremental = false;  // output incrementally; since version 1

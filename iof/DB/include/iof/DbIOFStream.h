@@ -82,15 +82,15 @@ class DbIOFStream : public DbIOFList {
   DbIOFStream() : DbIOFList(kStream) {}
 
  private:
-  int m_StreamId = -1;                                     // the stream (channel) number
+  int m_StreamId = -1;  // the stream (channel) number
   bool m_AxisCombinationDefined = false;
-  Quarp::UtSArrayEx<Quarp::DbId> m_ToolChangeList{10};     // DbIOFNciToolChange ids, first addition order
+  Quarp::UtSArrayEx<Quarp::DbId> m_ToolChangeList{10};  // DbIOFNciToolChange ids, first addition order
   Quarp::DbId m_FirstToolChgId;
-  Quarp::DbId m_LastToolChgId;                             // most recently passed to AddToolChange
-  Quarp::UtSArrayEx<Quarp::DbId> m_ToolPlaneList{10};      // DbIOFNciPlane ids
+  Quarp::DbId m_LastToolChgId;                         // most recently passed to AddToolChange
+  Quarp::UtSArrayEx<Quarp::DbId> m_ToolPlaneList{10};  // DbIOFNciPlane ids
   Quarp::UtSArrayEx<Quarp::DbId> m_LatheCannedTurnIdList{10};
-  CString m_NCOutputFile;                                  // the NC file this stream is posted to
-  Quarp::DbId m_DefaultReferenceReturnPositionId;          // a reference point record
+  CString m_NCOutputFile;                          // the NC file this stream is posted to
+  Quarp::DbId m_DefaultReferenceReturnPositionId;  // a reference point record
 };
 
 }  // namespace IOF

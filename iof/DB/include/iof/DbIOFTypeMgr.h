@@ -22,8 +22,8 @@ class DbIOFTypeMgr {
   // Registers every type the first time; later constructions change nothing.
   DbIOFTypeMgr();
 
-#define IOF_X_ACCESSORS(NAME)                                                   \
-  static int Get##NAME##Idx() noexcept { return m_##NAME##Idx; }          \
+#define IOF_X_ACCESSORS(NAME)                                    \
+  static int Get##NAME##Idx() noexcept { return m_##NAME##Idx; } \
   static const Quarp::UtMask& Get##NAME##Mask() noexcept { return m_##NAME##Mask; }
 #define IOF_X_ACCESSORS_REGISTERED(NAME, Class, code) IOF_X_ACCESSORS(NAME)
   IOF_REGISTERED_TYPES(IOF_X_ACCESSORS_REGISTERED)
@@ -32,8 +32,8 @@ class DbIOFTypeMgr {
 #undef IOF_X_ACCESSORS
 
  private:
-#define IOF_X_STATE(NAME)            \
-  static int m_##NAME##Idx;       \
+#define IOF_X_STATE(NAME)   \
+  static int m_##NAME##Idx; \
   static Quarp::UtMask m_##NAME##Mask;
 #define IOF_X_STATE_REGISTERED(NAME, Class, code) IOF_X_STATE(NAME)
   IOF_REGISTERED_TYPES(IOF_X_STATE_REGISTERED)

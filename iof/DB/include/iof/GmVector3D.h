@@ -15,7 +15,7 @@ class GmVector3D : public TNT::Vector<double> {
   GmVector3D(double x, double y, double z);
   explicit GmVector3D(const GmPoint3D& p);
   GmVector3D(const GmVector3D& v);
-  GmVector3D(const TNT::Vector<double>& v);  // NOLINT: implicit, so toolkit results convert
+  GmVector3D(const TNT::Vector<double>& v);                     // NOLINT: implicit, so toolkit results convert
   GmVector3D(const Zolt::Math::Vector::VecBase<3, double>& v);  // NOLINT
   GmVector3D& operator=(const GmVector3D& v);
 

@@ -78,7 +78,7 @@ class GmXformMat3D {
   void Serialize(Quarp::UtArchive& ar);
 
  private:
-  void MakeFour();  // completes a matrix of another size to 4x4
+  void MakeFour();                               // completes a matrix of another size to 4x4
   double Elem(int row, int col) const noexcept;  // identity value outside the matrix
 
   TNT::Matrix<double> m_Matrix;

@@ -112,25 +112,25 @@ int CachedTypeIdx(std::atomic<int>& cache, std::uint64_t code);
 
 // --- declaration macros --------------------------------------------------------------
 
-#define IOF_RECORD_TYPE_MEMBERS(Class, Base)                                        \
- public:                                                                            \
-  using BaseClass = Base;                                                           \
-  static constexpr std::uint64_t kTypeCode = Quarp::DbTypeCode<Class>::value;       \
-  static constexpr const char* kClassName = #Class;                                 \
-  const Quarp::UtString& GetClass() const override;                                 \
-  std::uint64_t GetType() const override;                                           \
-  int GetTypeIdx() const override;                                                  \
-  bool ContainsType(const Quarp::UtMask& mask, bool withBases) const override;      \
-  bool ContainsType(std::uint64_t code) const override;                             \
-  int GetSubclassLevel(int n) const override;                                       \
-  void Serialize(Quarp::UtArchive& ar) override;                                    \
+#define IOF_RECORD_TYPE_MEMBERS(Class, Base)                                                       \
+ public:                                                                                           \
+  using BaseClass = Base;                                                                          \
+  static constexpr std::uint64_t kTypeCode = Quarp::DbTypeCode<Class>::value;                      \
+  static constexpr const char* kClassName = #Class;                                                \
+  const Quarp::UtString& GetClass() const override;                                                \
+  std::uint64_t GetType() const override;                                                          \
+  int GetTypeIdx() const override;                                                                 \
+  bool ContainsType(const Quarp::UtMask& mask, bool withBases) const override;                     \
+  bool ContainsType(std::uint64_t code) const override;                                            \
+  int GetSubclassLevel(int n) const override;                                                      \
+  void Serialize(Quarp::UtArchive& ar) override;                                                   \
   void Copy(const Quarp::DbBase& source, Quarp::DbCloneMode mode, Quarp::UtIdXRef* xref) override; \
-  void VisitFields(::IOF::FieldVisitor& visitor) const override;                    \
-                                                                                    \
- private:                                                                           \
-  friend struct ::IOF::Detail::RecordOps<Class>;                                    \
-  template <class F, class... R>                                                    \
-  static void Fields(F&& f, R&... r);                                               \
+  void VisitFields(::IOF::FieldVisitor& visitor) const override;                                   \
+                                                                                                   \
+ private:                                                                                          \
+  friend struct ::IOF::Detail::RecordOps<Class>;                                                   \
+  template <class F, class... R>                                                                   \
+  static void Fields(F&& f, R&... r);                                                              \
   static std::atomic<int> s_TypeIdx;
 
 #define IOF_ABSTRACT_RECORD(Class, Base) \
@@ -138,24 +138,24 @@ int CachedTypeIdx(std::atomic<int>& cache, std::uint64_t code);
                                          \
  public:
 
-#define IOF_RECORD_CUSTOM_CREATE(Class, Base)                                                   \
-  IOF_RECORD_TYPE_MEMBERS(Class, Base)                                                          \
-  IOF_DECLARE_SERIAL(Class)                                                                     \
-                                                                                                \
- public:                                                                                        \
-  Quarp::DbBase* Clone(Quarp::DbCloneMode mode, Quarp::DbMgr* mgr, Quarp::UtIdXRef* xref,       \
-                       Quarp::DbErr& err) const override;                                       \
-                                                                                                \
- protected:                                                                                     \
-  /* A pointer with no record and error 12 when the record cannot be constructed. */            \
-  static Quarp::DbPtr<Class> MakeNew(Quarp::DbMgr* mgr);                                        \
-                                                                                                \
- private:                                                                                       \
-  static bool Construct(Quarp::DbPtr<Class>& ptr, Quarp::DbMgr* mgr);                           \
-                                                                                                \
+#define IOF_RECORD_CUSTOM_CREATE(Class, Base)                                                                \
+  IOF_RECORD_TYPE_MEMBERS(Class, Base)                                                                       \
+  IOF_DECLARE_SERIAL(Class)                                                                                  \
+                                                                                                             \
+ public:                                                                                                     \
+  Quarp::DbBase* Clone(Quarp::DbCloneMode mode, Quarp::DbMgr* mgr, Quarp::UtIdXRef* xref, Quarp::DbErr& err) \
+      const override;                                                                                        \
+                                                                                                             \
+ protected:                                                                                                  \
+  /* A pointer with no record and error 12 when the record cannot be constructed. */                         \
+  static Quarp::DbPtr<Class> MakeNew(Quarp::DbMgr* mgr);                                                     \
+                                                                                                             \
+ private:                                                                                                    \
+  static bool Construct(Quarp::DbPtr<Class>& ptr, Quarp::DbMgr* mgr);                                        \
+                                                                                                             \
  public:
 
-#define IOF_RECORD(Class, Base)                                                            \
-  IOF_RECORD_CUSTOM_CREATE(Class, Base)                                                    \
+#define IOF_RECORD(Class, Base)                                                              \
+  IOF_RECORD_CUSTOM_CREATE(Class, Base)                                                      \
   /* A new record in no manager; add it with DbMgr::Add. Error 12 when it cannot be made. */ \
   static Quarp::DbPtr<Class> Create(Quarp::DbMgr* mgr = nullptr) { return MakeNew(mgr); }

@@ -28,7 +28,7 @@
  private:                                          \
   static unsigned s__ClassId;
 
-#define IOF_IMPLEMENT_SERIAL(Class)                                                          \
+#define IOF_IMPLEMENT_SERIAL(Class)                                                         \
   unsigned Class::s__ClassId = Quarp::UtSerializeRegister(#Class, &Class::SerializeCreate); \
   Quarp::UtObject* Class::SerializeCreate() { return new Class(); }                         \
   const char* Class::GetObjectClassName() const { return #Class; }                          \

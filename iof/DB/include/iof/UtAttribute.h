@@ -78,22 +78,22 @@ class UtIOFAttribItem : public Quarp::UtObject {
 
 // One typed attribute class per value type. Each has a virtual const GetDataType and a
 // non-virtual non-const one; they agree except for UtIOFAttribItemUInt64 (below).
-#define IOF_DECLARE_ATTRIB_ITEM(Class, ValueType, Code)                                          \
-  class Class : public UtIOFAttribItem {                                                         \
-    IOF_DECLARE_SERIAL(Class)                                                                    \
-                                                                                                 \
-   public:                                                                                       \
-    Class() = default;                                                                           \
+#define IOF_DECLARE_ATTRIB_ITEM(Class, ValueType, Code)                                        \
+  class Class : public UtIOFAttribItem {                                                       \
+    IOF_DECLARE_SERIAL(Class)                                                                  \
+                                                                                               \
+   public:                                                                                     \
+    Class() = default;                                                                         \
     Class(const CString& key, const ValueType& value) : UtIOFAttribItem(key), m_Data(value) {} \
-    const ValueType& GetData() const noexcept { return m_Data; }                                 \
-    void SetData(const ValueType& value) { m_Data = value; }                                     \
-    void Serialize(Quarp::UtArchive& ar) override;                                               \
-    CString ToString() const override;                                                           \
-    IOFAttrbType GetDataType() const override { return Code; }                                   \
-    IOFAttrbType GetDataType();                                                                  \
-                                                                                                 \
-   private:                                                                                      \
-    ValueType m_Data{};                                                                          \
+    const ValueType& GetData() const noexcept { return m_Data; }                               \
+    void SetData(const ValueType& value) { m_Data = value; }                                   \
+    void Serialize(Quarp::UtArchive& ar) override;                                             \
+    CString ToString() const override;                                                         \
+    IOFAttrbType GetDataType() const override { return Code; }                                 \
+    IOFAttrbType GetDataType();                                                                \
+                                                                                               \
+   private:                                                                                    \
+    ValueType m_Data{};                                                                        \
   };
 
 IOF_DECLARE_ATTRIB_ITEM(UtIOFAttribItemBool, bool, IOFAttrbType::Bool)
@@ -199,23 +199,23 @@ class UtIOFDataItem {
   virtual IOFAttrbType GetDataType() const = 0;
 };
 
-#define IOF_DECLARE_DATA_ITEM(Class, ValueType, Code)                              \
-  class Class : public UtIOFDataItem {                                             \
-   public:                                                                         \
-    explicit Class(const ValueType& value) : m_Value(value) {}                     \
-    const ValueType& GetValue() const noexcept { return m_Value; }                 \
-    void SetValue(const ValueType& value) { m_Value = value; }                     \
-    UtIOFDataItem* Clone() const override { return new Class(m_Value); }           \
-    CString ToString() const override;                                             \
-    IOFAttrbType GetDataType() const override { return Code; }                     \
-                                                                                   \
-   private:                                                                        \
-    ValueType m_Value;                                                             \
+#define IOF_DECLARE_DATA_ITEM(Class, ValueType, Code)                    \
+  class Class : public UtIOFDataItem {                                   \
+   public:                                                               \
+    explicit Class(const ValueType& value) : m_Value(value) {}           \
+    const ValueType& GetValue() const noexcept { return m_Value; }       \
+    void SetValue(const ValueType& value) { m_Value = value; }           \
+    UtIOFDataItem* Clone() const override { return new Class(m_Value); } \
+    CString ToString() const override;                                   \
+    IOFAttrbType GetDataType() const override { return Code; }           \
+                                                                         \
+   private:                                                              \
+    ValueType m_Value;                                                   \
   };
 
-IOF_DECLARE_DATA_ITEM(UtIOFDataItemBool, bool, IOFAttrbType::Bool)      // "BOOL: true"
-IOF_DECLARE_DATA_ITEM(UtIOFDataItemInt, int, IOFAttrbType::Int)         // "INT: 5"
-IOF_DECLARE_DATA_ITEM(UtIOFDataItemDbl, double, IOFAttrbType::Double)   // "DBL: 0.5"
+IOF_DECLARE_DATA_ITEM(UtIOFDataItemBool, bool, IOFAttrbType::Bool)         // "BOOL: true"
+IOF_DECLARE_DATA_ITEM(UtIOFDataItemInt, int, IOFAttrbType::Int)            // "INT: 5"
+IOF_DECLARE_DATA_ITEM(UtIOFDataItemDbl, double, IOFAttrbType::Double)      // "DBL: 0.5"
 IOF_DECLARE_DATA_ITEM(UtIOFDataItemString, CString, IOFAttrbType::String)  // "STRING: text"
 
 // A named token with an owned data item and four selection masks.
