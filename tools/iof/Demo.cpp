@@ -266,9 +266,9 @@ void SubSpindle(Producer& p, IOF::DbIOFStream& stream) {
   auto units = IOF::DbIOFEvChangeFeedUnitType::Create();
   units->SetUnitType(0);  // feed per minute from here on
   op->PushBack(p.Add(units));
-  for (int hole = 0; hole < 4; ++hole) {
-    const double a = hole * std::numbers::pi / 2;
-    const GmPoint3D top(12 * std::cos(a), 12 * std::sin(a), 2);
+  const double holes[4][2] = {{12, 0}, {0, 12}, {-12, 0}, {0, -12}};  // a bolt circle of four
+  for (const auto& hole : holes) {
+    const GmPoint3D top(hole[0], hole[1], 2);
     p.Linear(*op, top, 0, true, IOF::ContourPositionState::Before);
     const DbId feedId = p.Linear(*op, GmPoint3D(top.x, top.y, -18), 240, false);  // 0.12 mm/rev at 2000 rpm
     p.Linear(*op, top, 0, true, IOF::ContourPositionState::After);
