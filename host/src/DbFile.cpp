@@ -111,14 +111,8 @@ void StoreFrame(UtArchive& ar, std::uint32_t step, std::uint32_t classIndex, DbB
   ar.WriteCount(0);
   ar.ForgetObjectClasses();  // each payload names its own object classes
   ent.Serialize(ar);
-  std::uint64_t length = ar.StoredSize() - lengthAt - 1;
-  std::uint8_t encoded[10];
-  std::size_t k = 0;
-  while (length >= 0x80) {
-    encoded[k++] = static_cast<std::uint8_t>(length | 0x80);
-    length >>= 7;
-  }
-  encoded[k++] = static_cast<std::uint8_t>(length);
+  std::uint8_t encoded[UtArchive::kMaxCountBytes];
+  const std::size_t k = UtArchive::EncodeCount(ar.StoredSize() - lengthAt - 1, encoded);
   if (k > 1) ar.OpenGap(lengthAt + 1, k - 1);
   std::memcpy(ar.StoredData() + lengthAt, encoded, k);
 }

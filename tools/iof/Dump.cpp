@@ -107,16 +107,6 @@ std::string Text(const IOF::DbIOFBase& record) {
 
 }  // namespace
 
-bool LoadFile(const std::string& file, Quarp::DbMgr& mgr) {
-  try {
-    if (mgr.Read(Quarp::UtString(file.c_str()), true) == Quarp::DbErr::Ok) return true;
-    std::cerr << "iof: " << mgr.GetLastErrorText() << "\n";
-  } catch (const Quarp::UtArchiveException& e) {
-    std::cerr << "iof: cannot read '" << file << "': " << e.what() << "\n";
-  }
-  return false;
-}
-
 int RunDump(const DumpOptions& options, std::ostream& out) {
   Quarp::DbMgr mgr;
   if (!LoadFile(options.file, mgr)) return kDataError;
@@ -145,7 +135,7 @@ int RunDump(const DumpOptions& options, std::ostream& out) {
     std::cerr << "iof: '" << options.file << "' has no stream " << *options.stream << "\n";
     return kDataError;
   }
-  for (const std::string& problem : walker.Problems()) std::cerr << "iof: warning: " << problem << "\n";
+  walker.ReportProblems();
   return kOk;
 }
 

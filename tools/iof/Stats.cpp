@@ -75,7 +75,7 @@ int RunStats(const std::string& file, std::ostream& out) {
     out << line;
     PrintCounts(out, s.byClass, "  ");
   }
-  for (const std::string& problem : walker.Problems()) std::cerr << "iof: warning: " << problem << "\n";
+  walker.ReportProblems();
   return kOk;
 }
 

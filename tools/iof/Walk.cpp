@@ -1,15 +1,34 @@
 #include "Walk.h"
 
+#include "Commands.h"
+
 #include <iof/DbIOFDocument.h>
 #include <iof/DbIOFList.h>
 #include <iof/DbIOFStream.h>
 
+#include <quarp/UtArchive.h>
+
 #include <algorithm>
+#include <iostream>
 
 namespace IofTool {
 
 namespace {
 constexpr int kMaxDepth = 64;
+}
+
+bool LoadFile(const std::string& file, Quarp::DbMgr& mgr) {
+  try {
+    if (mgr.Read(Quarp::UtString(file.c_str()), true) == Quarp::DbErr::Ok) return true;
+    std::cerr << "iof: " << mgr.GetLastErrorText() << "\n";
+  } catch (const Quarp::UtArchiveException& e) {
+    std::cerr << "iof: cannot read '" << file << "': " << e.what() << "\n";
+  }
+  return false;
+}
+
+void Walker::ReportProblems() const {
+  for (const std::string& problem : m_Problems) std::cerr << "iof: warning: " << problem << "\n";
 }
 
 bool Walker::Walk(std::optional<int> stream, const std::function<void(const Visit&)>& visit) {

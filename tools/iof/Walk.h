@@ -31,6 +31,8 @@ class Walker {
 
   // Ids that did not resolve or that would have closed a cycle, as sentences.
   const std::vector<std::string>& Problems() const noexcept { return m_Problems; }
+  // Writes each problem as a warning line to stderr.
+  void ReportProblems() const;
 
  private:
   void Record(Quarp::DbId id, int depth, int stream, const std::function<void(const Visit&)>& visit);

@@ -10,6 +10,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <exception>
 #include <iostream>
 #include <string>
@@ -33,12 +34,13 @@ int main(int argc, char** argv) {
   stats->add_option("file", statsFile, "IOF file")->required();
 
   // CLI11 would only say that a command is missing; name the word it did not know.
-  if (argc > 1 && argv[1][0] != '-') {
-    const std::string word = argv[1];
-    if (word != "demo" && word != "dump" && word != "stats") {
-      std::cerr << "iof: unknown command '" << word << "' (commands: demo, dump, stats; see iof --help)\n";
-      return IofTool::kUsageError;
-    }
+  const auto known = [&app](const std::string& word) {
+    const auto commands = app.get_subcommands({});
+    return std::any_of(commands.begin(), commands.end(), [&](const CLI::App* c) { return c->check_name(word); });
+  };
+  if (argc > 1 && argv[1][0] != '-' && !known(argv[1])) {
+    std::cerr << "iof: unknown command '" << argv[1] << "' (see iof --help)\n";
+    return IofTool::kUsageError;
   }
   try {
     app.parse(argc, argv);

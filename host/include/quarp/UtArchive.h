@@ -107,14 +107,20 @@ class UtArchive {
 
   // Compact unsigned integers: 7 bits per byte, low bits first, high bit = more follows.
   void WriteCount(std::uint64_t v) {
-    if (m_out.size() - m_used < 10) Grow(10);
-    std::uint8_t* p = m_out.data() + m_used;
+    if (m_out.size() - m_used < kMaxCountBytes) Grow(kMaxCountBytes);
+    m_used += EncodeCount(v, m_out.data() + m_used);
+  }
+  // Encodes `v` as a compact integer into `out` (room for kMaxCountBytes); returns the
+  // number of bytes written.
+  static constexpr std::size_t kMaxCountBytes = 10;
+  static std::size_t EncodeCount(std::uint64_t v, std::uint8_t* out) noexcept {
+    std::size_t n = 0;
     while (v >= 0x80) {
-      *p++ = static_cast<std::uint8_t>(v | 0x80);
+      out[n++] = static_cast<std::uint8_t>(v | 0x80);
       v >>= 7;
     }
-    *p++ = static_cast<std::uint8_t>(v);
-    m_used = static_cast<std::size_t>(p - m_out.data());
+    out[n++] = static_cast<std::uint8_t>(v);
+    return n;
   }
   std::uint64_t ReadCount() {
     if (m_pos < m_size && m_in[m_pos] < 0x80) return m_in[m_pos++];
