@@ -106,7 +106,8 @@ TEST(UtIOFAttribMap, CopyingCopiesKeysFlagsAndValues) {
   EXPECT_EQ(s, L"text");
   UtIOFAttribMap assigned;
   assigned = map;
-  assigned = assigned;
+  const UtIOFAttribMap& self = assigned;
+  assigned = self;  // self-assignment changes nothing
   EXPECT_EQ(assigned.GetCount(), 4u);
 }
 
@@ -200,6 +201,7 @@ TEST(UtIOFAttribMap, ADuplicateKeyOnLoadIsReportedAndDropped) {
   UtIOFAttribMap back;
   ASSERT_TRUE(TestSupport::LoadAll(back, bytes));
   EXPECT_EQ(recorder.Places(), std::vector<std::string>{"DB/src/UtAttribute:406 IOF::UtIOFAttribMap::Serialize"});
+  EXPECT_EQ(recorder.Calls().at(0).message, "IOF::UtIOFAttribMap::Serialize");  // the full function name
   int v = 0;
   back.GetIntAttribVal(CString(L"A"), v);
   EXPECT_EQ(v, 5);

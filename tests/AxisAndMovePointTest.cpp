@@ -129,6 +129,7 @@ TEST(UtIofMovePoint, SetAndGetByIndex) {
             (std::vector<std::string>{"DB/src/UtIofMovePoint:52 IOF::UtIofMovePoint::SetValByIndex",
                                       "DB/src/UtIofMovePoint:52 IOF::UtIofMovePoint::SetValByIndex",
                                       "DB/src/UtIofMovePoint:65 IOF::UtIofMovePoint::GetValByIndex"}));
+  for (const auto& call : recorder.Calls()) EXPECT_EQ(call.message, call.function);  // the full function name
 }
 
 TEST(UtIofMovePoint, GetAbcTestsTheXyzFlags) {

@@ -34,7 +34,7 @@ TEST(DbIOFList, PushAndInsert) {
   EXPECT_EQ(list->Size(), 0);
   auto* two = list->PushBack(DbId(2));
   ASSERT_NE(two, nullptr);
-  EXPECT_EQ(two->GetOwner(), list.Get());
+  EXPECT_EQ(two->GetList(), list.Get());
   list->PushBack(DbId(4));
   list->InsertAfter(two, DbId(3));
   list->InsertBefore(two, DbId(1));
@@ -152,7 +152,7 @@ TEST(DbIOFList, ShallowCopiesShareTheItems) {
   {
     DbIOFList copy(*source);
     EXPECT_EQ(copy.GetHead(), source->GetHead());  // shared: intended
-    EXPECT_EQ(copy.GetHead()->GetOwner(), source.Get());
+    EXPECT_EQ(copy.GetHead()->GetList(), source.Get());
     EXPECT_EQ(copy.GetListType(), DbIOFList::kOperation);
     DbIOFList assigned = *DbIOFList::Create(0);
     assigned.PushBack(DbId(9));
@@ -179,7 +179,7 @@ TEST(DbIOFList, CopyBuildsIndependentItems) {
   EXPECT_EQ(Ids(*target), (std::vector<std::uint64_t>{1, 2}));
   EXPECT_EQ(target->GetListType(), DbIOFList::kMotionSubList);
   EXPECT_NE(target->GetHead(), source->GetHead());
-  EXPECT_EQ(target->GetHead()->GetOwner(), target.Get());
+  EXPECT_EQ(target->GetHead()->GetList(), target.Get());
   source->DeleteAll();
   EXPECT_EQ(target->Size(), 2);
 }

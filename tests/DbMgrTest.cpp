@@ -144,7 +144,8 @@ TEST(DbMgr, PointerCopiesShareOneRecord) {
   Quarp::DbPtr<TestRecord> b = a;
   Quarp::DbPtr<TestRecord> c;
   c = b;
-  c = c;
+  const Quarp::DbPtr<TestRecord>& self = c;
+  c = self;  // self-assignment keeps the record
   b->m_Value = 9;
   EXPECT_EQ(a->m_Value, 9);
   a.Detach();

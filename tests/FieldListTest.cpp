@@ -9,10 +9,18 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <vector>
+
 namespace IOF {
 class FieldListRecord;
 class FieldListChild;
+class FieldListContainers;
 }  // namespace IOF
+template <>
+struct Quarp::DbTypeCode<IOF::FieldListContainers> {
+  static constexpr std::uint64_t value = 0x7F02;
+};
 template <>
 struct Quarp::DbTypeCode<IOF::FieldListRecord> {
   static constexpr std::uint64_t value = 0x7F00;
@@ -86,13 +94,75 @@ void FieldListChild::Fields(F&& f, R&... r) {
   f(Field::V(0), "m_More", r.m_More...);
 }
 
+// Containers and a structure in a field list.
+class FieldListContainers : public DbIOFBase {
+  IOF_RECORD(FieldListContainers, DbIOFBase)
+
+ public:
+  static constexpr unsigned kVersion = 0;
+  struct Pair {
+    std::int16_t a = 0;
+    CString b;
+    void Serialize(Quarp::UtArchive& ar) {
+      if (ar.IsStoring()) {
+        ar << a << b;
+      } else {
+        ar >> a >> b;
+      }
+    }
+    void VisitFields(FieldVisitor& fv) const {
+      fv.OnInt("a", a);
+      fv.OnString("b", b);
+    }
+    bool operator==(const Pair&) const = default;
+  };
+  std::vector<CString> m_Names;
+  std::map<std::int32_t, double> m_Params;
+  std::vector<Pair> m_Pairs;
+
+ protected:
+  FieldListContainers() = default;
+};
+
+IOF_IMPLEMENT_RECORD(FieldListContainers)
+
+template <class F, class... R>
+void FieldListContainers::Fields(F&& f, R&... r) {
+  f(Field::V(0), "m_Names", r.m_Names...);
+  f(Field::V(0), "m_Params", r.m_Params...);
+  f(Field::V(0), "m_Pairs", r.m_Pairs...);
+}
+
 }  // namespace IOF
 
 namespace {
 
 using IOF::FieldListChild;
+using IOF::FieldListContainers;
 using IOF::FieldListRecord;
 using namespace TestSupport;
+
+// A sequence or a map is a 32-bit count and its elements (map entries key first, in key
+// order); a count below 1 loads as empty, a count the bytes cannot hold is refused.
+TEST(FieldList, ContainersAndStructures) {
+  auto rec = FieldListContainers::Create();
+  rec->m_Names = {L"A", L""};
+  rec->m_Params = {{7, 1.0}, {-1, 0.0}};
+  rec->m_Pairs = {{3, L"B"}};
+  const std::string body =
+      "02 00 00 00  01 00 00 00 41 00  00 00 00 00"
+      "02 00 00 00  FF FF FF FF" +
+      kZero + "07 00 00 00" + kOne + "01 00 00 00  03 00 01 00 00 00 42 00";
+  ExpectArchive(*rec, "00" + kRecordBase + body);
+  ExpectFields(*rec, {kRecordBaseFields,
+                      {"m_Names=[{value=\"A\"},{value=\"\"}]", "m_Params=[{key=-1,value=0},{key=7,value=1}]",
+                       "m_Pairs=[{a=3,b=\"B\"}]"}});
+  auto back = FieldListContainers::Create();
+  back->m_Names = {L"old"};
+  ASSERT_TRUE(LoadAll(*back, Hex("00" + kRecordBase + "FF FF FF FF  00 00 00 00  00 00 00 80")));
+  EXPECT_TRUE(back->m_Names.empty() && back->m_Params.empty() && back->m_Pairs.empty());
+  EXPECT_EQ(LoadCause(*back, Hex("00" + kRecordBase + "FF FF FF 7F")), Quarp::UtArchiveException::tooLarge);
+}
 
 TEST(FieldList, StoresTheCurrentLayout) {
   auto rec = FieldListRecord::Create();

@@ -175,7 +175,7 @@ TEST(DbIOFBase, CloneCopiesNameAndSubListsButNotAttributes) {
   EXPECT_EQ(clone->GetListType(), DbIOFList::kOperation);
   ASSERT_EQ(clone->Size(), 1);
   EXPECT_NE(clone->GetHead(), source->GetHead());  // independent items
-  EXPECT_EQ(clone->GetHead()->GetOwner(), clone);
+  EXPECT_EQ(clone->GetHead()->GetList(), clone);
   EXPECT_EQ(xref.Find(source->GetId()), clone->GetId());
 
   err = Quarp::DbErr::Ok;

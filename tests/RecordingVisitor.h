@@ -59,14 +59,35 @@ class RecordingVisitor : public IOF::FieldVisitor {
   void OnAttributes(const char* n, const IOF::UtIOFAttribMap& v) override {
     Add(n, std::to_string(v.GetCount()) + " attributes");
   }
+  // A group reads "name=[{key=1,value=2.5},{...}]".
+  void OnBeginGroup(const char* n, std::size_t) override { m_Groups.push_back({n, {}, {}}); }
+  void OnBeginEntry() override { m_Groups.back().entry.clear(); }
+  void OnEndEntry() override { m_Groups.back().entries.push_back("{" + m_Groups.back().entry + "}"); }
+  void OnEndGroup() override {
+    Group g = std::move(m_Groups.back());
+    m_Groups.pop_back();
+    std::string joined;
+    for (const std::string& e : g.entries) joined += (joined.empty() ? "" : ",") + e;
+    Add(g.name.c_str(), "[" + joined + "]");
+  }
 
  private:
+  struct Group {
+    std::string name;
+    std::string entry;
+    std::vector<std::string> entries;
+  };
+  std::vector<Group> m_Groups;
   static std::string Num(double v) {
     char buf[32];
     std::snprintf(buf, sizeof buf, "%g", v);
     return buf;
   }
-  void Add(const char* n, const std::string& v) { fields.push_back(std::string(n) + "=" + v); }
+  void Add(const char* n, const std::string& v) {
+    if (m_Groups.empty()) return fields.push_back(std::string(n) + "=" + v);
+    std::string& entry = m_Groups.back().entry;
+    entry += (entry.empty() ? "" : ",") + std::string(n) + "=" + v;
+  }
 };
 
 // The visitor's lines of a record: every field, base classes first.

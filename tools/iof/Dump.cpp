@@ -16,6 +16,7 @@
 
 #include <iostream>
 #include <string>
+#include <vector>
 
 namespace IofTool {
 
@@ -26,6 +27,19 @@ namespace {
 class JsonFields : public IOF::FieldVisitor {
  public:
   nlohmann::ordered_json fields = nlohmann::ordered_json::object();
+
+  // Groups become arrays of objects, one per entry.
+  void OnBeginGroup(const char* n, std::size_t) override {
+    m_Groups.push_back({n, nlohmann::ordered_json::array(), std::move(fields)});
+  }
+  void OnBeginEntry() override { fields = nlohmann::ordered_json::object(); }
+  void OnEndEntry() override { m_Groups.back().entries.push_back(std::move(fields)); }
+  void OnEndGroup() override {
+    Group g = std::move(m_Groups.back());
+    m_Groups.pop_back();
+    fields = std::move(g.outer);
+    fields[g.name] = std::move(g.entries);
+  }
 
   void OnBool(const char* n, bool v) override { fields[n] = v; }
   void OnInt(const char* n, std::int64_t v) override { fields[n] = v; }
@@ -94,6 +108,14 @@ class JsonFields : public IOF::FieldVisitor {
     }
     fields[n] = attrs;
   }
+
+ private:
+  struct Group {
+    std::string name;
+    nlohmann::ordered_json entries;
+    nlohmann::ordered_json outer;  // the object the group belongs to
+  };
+  std::vector<Group> m_Groups;
 };
 
 std::string ClassOf(const Visit& v) { return v.record ? v.record->GetClass().ToUtf8() : std::string("(missing)"); }

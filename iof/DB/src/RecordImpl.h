@@ -16,16 +16,68 @@
 #include <quarp/UtSArrayEx.h>
 #include <quarp/UtSerialize.h>
 
+#include <map>
 #include <new>
 #include <type_traits>
+#include <vector>
 
 namespace IOF::Detail {
 
 // --- one field, four ways -------------------------------------------------------------
 
+// Containers of the field lists: a sequence (std::vector) or an ordered map (std::map)
+// is a 32-bit count, then each element (a map entry: its key, then its value). A count
+// below 1 loads as empty; a count larger than the bytes that remain could hold is
+// refused before anything is allocated. Structures inside them store and load through
+// their own Serialize (without a version) and list themselves through VisitFields.
+template <class T>
+struct IsSequence : std::false_type {};
+template <class T, class A>
+struct IsSequence<std::vector<T, A>> : std::true_type {};
+template <class T>
+struct IsMap : std::false_type {};
+template <class K, class V, class C, class A>
+struct IsMap<std::map<K, V, C, A>> : std::true_type {};
+
+// The fewest bytes one stored element can take, for the count check.
+template <class T>
+constexpr std::size_t MinStoredBytes() {
+  if constexpr (std::is_arithmetic_v<T> || std::is_enum_v<T>) {
+    return std::is_same_v<T, bool> ? 1 : (std::is_enum_v<T> ? 4 : sizeof(T));
+  } else if constexpr (std::is_same_v<T, CString>) {
+    return 4;
+  } else {
+    return 1;
+  }
+}
+
+template <class T>
+void StoreValue(Quarp::UtArchive& ar, const T& v);
+template <class T>
+void LoadValue(Quarp::UtArchive& ar, T& v);
+
+// Reads a container's count: a value below 1 is an empty container.
+inline std::size_t LoadCount(Quarp::UtArchive& ar, std::size_t minBytesEach) {
+  std::int32_t count = 0;
+  ar >> count;
+  if (count < 1) return 0;
+  ar.CheckCount(static_cast<std::uint64_t>(count), minBytesEach);
+  return static_cast<std::size_t>(count);
+}
+
 template <class T>
 void StoreValue(Quarp::UtArchive& ar, const T& v) {
-  if constexpr (requires(T & t) { t.Serialize(ar); }) {
+  if constexpr (IsSequence<T>::value || IsMap<T>::value) {
+    ar << static_cast<std::int32_t>(v.size());
+    for (const auto& e : v) {
+      if constexpr (IsMap<T>::value) {
+        StoreValue(ar, e.first);
+        StoreValue(ar, e.second);
+      } else {
+        StoreValue(ar, e);
+      }
+    }
+  } else if constexpr (requires(T & t) { t.Serialize(ar); }) {
     const_cast<T&>(v).Serialize(ar);  // storing does not change the value
   } else {
     ar << v;
@@ -34,7 +86,23 @@ void StoreValue(Quarp::UtArchive& ar, const T& v) {
 
 template <class T>
 void LoadValue(Quarp::UtArchive& ar, T& v) {
-  if constexpr (requires { v.Serialize(ar); }) {
+  if constexpr (IsSequence<T>::value) {
+    using E = typename T::value_type;
+    const std::size_t count = LoadCount(ar, MinStoredBytes<E>());
+    v.clear();
+    v.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) LoadValue(ar, v.emplace_back());
+  } else if constexpr (IsMap<T>::value) {
+    using K = typename T::key_type;
+    using V = typename T::mapped_type;
+    const std::size_t count = LoadCount(ar, MinStoredBytes<K>() + MinStoredBytes<V>());
+    v.clear();
+    for (std::size_t i = 0; i < count; ++i) {
+      K key{};
+      LoadValue(ar, key);
+      LoadValue(ar, v[key]);  // a key stored twice keeps the later value
+    }
+  } else if constexpr (requires { v.Serialize(ar); }) {
     v.Serialize(ar);
   } else {
     ar >> v;
@@ -57,6 +125,15 @@ inline void VisitValue(FieldVisitor& fv, const char* n, const Quarp::UtSArrayEx<
 inline void VisitValue(FieldVisitor& fv, const char* n, const Quarp::UtArrayEx<unsigned char>& v) {
   fv.OnBytes(n, std::span<const std::uint8_t>(v.GetData(), static_cast<std::size_t>(v.GetSize())));
 }
+inline void VisitValue(FieldVisitor& fv, const char* n, const Quarp::UtArrayEx<double>& v) {
+  fv.OnBeginGroup(n, static_cast<std::size_t>(v.GetSize()));
+  for (const double d : v) {
+    fv.OnBeginEntry();
+    fv.OnDouble("value", d);
+    fv.OnEndEntry();
+  }
+  fv.OnEndGroup();
+}
 template <class T>
 requires(std::is_integral_v<T> || std::is_enum_v<T>) &&
     (!std::is_same_v<T, bool>)void VisitValue(FieldVisitor& fv, const char* n, T v) {
@@ -66,6 +143,46 @@ requires(std::is_integral_v<T> || std::is_enum_v<T>) &&
     fv.OnInt(n, v);
   } else {
     fv.OnUInt(n, v);
+  }
+}
+
+// An entry of a container: a structure lists its members in place, anything else is
+// one field.
+template <class T>
+void VisitEntry(FieldVisitor& fv, const char* n, const T& v);
+
+// A structure lists its own members.
+template <class T>
+requires requires(const T& t, FieldVisitor& fv) { t.VisitFields(fv); }
+void VisitValue(FieldVisitor& fv, const char* n, const T& v) {
+  fv.OnBeginGroup(n, 1);
+  fv.OnBeginEntry();
+  v.VisitFields(fv);
+  fv.OnEndEntry();
+  fv.OnEndGroup();
+}
+template <class T>
+requires IsSequence<T>::value || IsMap<T>::value void VisitValue(FieldVisitor& fv, const char* n, const T& v) {
+  fv.OnBeginGroup(n, v.size());
+  for (const auto& e : v) {
+    fv.OnBeginEntry();
+    if constexpr (IsMap<T>::value) {
+      VisitEntry(fv, "key", e.first);
+      VisitEntry(fv, "value", e.second);
+    } else {
+      VisitEntry(fv, "value", e);
+    }
+    fv.OnEndEntry();
+  }
+  fv.OnEndGroup();
+}
+
+template <class T>
+void VisitEntry(FieldVisitor& fv, const char* n, const T& v) {
+  if constexpr (requires { v.VisitFields(fv); }) {
+    v.VisitFields(fv);
+  } else {
+    VisitValue(fv, n, v);
   }
 }
 

@@ -241,7 +241,8 @@ void UtIOFAttribMap::LoadEntries(Quarp::UtArchive& ar, std::int32_t count) {
     }
     if (!AddAttribute(item)) {
       Zolt::Diagnostics::Details::InvokeCurrentAssertHandler("DB/src/UtAttribute", 406,
-                                                             "IOF::UtIOFAttribMap::Serialize", "");
+                                                             "IOF::UtIOFAttribMap::Serialize",
+                                                             "IOF::UtIOFAttribMap::Serialize");
       continue;  // the duplicate is dropped (and destroyed)
     }
     owned.release();

@@ -14,7 +14,8 @@ UtIofMovePoint::UtIofMovePoint() : m_Values(6, 0.0), m_IsSet(6, false) {}
 bool UtIofMovePoint::SetValByIndex(int i, double v) {
   if (i < 0 || static_cast<std::size_t>(i) >= m_Values.size()) {
     Zolt::Diagnostics::Details::InvokeCurrentAssertHandler("DB/src/UtIofMovePoint", 52,
-                                                           "IOF::UtIofMovePoint::SetValByIndex", "");
+                                                           "IOF::UtIofMovePoint::SetValByIndex",
+                                                           "IOF::UtIofMovePoint::SetValByIndex");
     return false;
   }
   m_Values[static_cast<std::size_t>(i)] = v;
@@ -26,7 +27,8 @@ bool UtIofMovePoint::SetValByIndex(int i, double v) {
 bool UtIofMovePoint::GetValByIndex(int i, double& v, bool& isSet) const {
   if (i < 0 || static_cast<std::size_t>(i) >= m_Values.size()) {
     Zolt::Diagnostics::Details::InvokeCurrentAssertHandler("DB/src/UtIofMovePoint", 65,
-                                                           "IOF::UtIofMovePoint::GetValByIndex", "");
+                                                           "IOF::UtIofMovePoint::GetValByIndex",
+                                                           "IOF::UtIofMovePoint::GetValByIndex");
     return false;
   }
   v = m_Values[static_cast<std::size_t>(i)];

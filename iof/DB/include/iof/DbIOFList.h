@@ -67,8 +67,8 @@ class DbIOFList : public DbIOFBase {
     Quarp::DbId GetId() const noexcept { return m_Id; }
     Item* GetPrev() const noexcept { return m_Prev; }
     Item* GetNext() const noexcept { return m_Next; }
-    // The list that made the item.
-    DbIOFList* GetOwner() const noexcept { return m_List; }
+    // The list that owns the item.
+    DbIOFList* GetList() const noexcept { return m_List; }
     // Resolves the owning list through its manager: DbErr 3 when the list is in no
     // manager, otherwise the error the lookup leaves in `out`.
     Quarp::DbErr GetList(Quarp::DbPtr<DbIOFList>& out) const;

@@ -8,11 +8,18 @@
 // member names the system uses in difference reports ("m_FeedRate"). Every archived
 // field is listed; so is a field that a class holds and compares without archiving it.
 // Values that a field of an older layout carried and a newer one dropped are not.
+//
+// Composite fields (maps, sequences, tables of structures) come as a group:
+// OnBeginGroup(name, count), then for each entry OnBeginEntry(), the entry's members as
+// fields of their own, OnEndEntry(); then OnEndGroup(). A map entry's members are named
+// "key" and "value", an element of a plain sequence "value", and the members of a
+// structure by their own names.
 #pragma once
 
 #include <afx/CString.h>
 #include <quarp/DbId.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
@@ -47,6 +54,10 @@ class FieldVisitor {
   // Opaque byte blocks.
   virtual void OnBytes(const char* name, std::span<const std::uint8_t> bytes) = 0;
   virtual void OnAttributes(const char* name, const UtIOFAttribMap& value) = 0;
+  virtual void OnBeginGroup(const char* name, std::size_t count) = 0;
+  virtual void OnBeginEntry() = 0;
+  virtual void OnEndEntry() = 0;
+  virtual void OnEndGroup() = 0;
 };
 
 }  // namespace IOF

@@ -13,7 +13,7 @@ class GmVector3D : public TNT::Vector<double> {
  public:
   GmVector3D();
   GmVector3D(double x, double y, double z);
-  explicit GmVector3D(const GmPoint3D& p);
+  GmVector3D(const GmPoint3D& p);  // NOLINT: implicit, so a point converts where a vector is taken
   GmVector3D(const GmVector3D& v);
   GmVector3D(const TNT::Vector<double>& v);                     // NOLINT: implicit, so toolkit results convert
   GmVector3D(const Zolt::Math::Vector::VecBase<3, double>& v);  // NOLINT
