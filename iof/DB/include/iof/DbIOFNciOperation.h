@@ -90,7 +90,8 @@ class DbIOFNciOperation : public DbIOFList {
   };
 
   // The synchronisation-manager attribute maps by configuration. Archived with a version
-  // of its own (0): a stored version other than 0 is refused with the version error.
+  // of its own (0): a stored version other than 0 is refused with the version error. Its
+  // Serialize stands for the operation's SerializeSyncMgrDataMap.
   class SyncMgrDataMap : public std::map<std::uint32_t, UtIOFAttribMap> {
    public:
     static constexpr unsigned kVersion = 0;
