@@ -27,11 +27,18 @@ TEST(Diagnostics, TheHandlerCanBeReplacedAndRestored) {
 
 TEST(Diagnostics, MessageBoxGoesToTheSinkAndTheUserExceptionIsCatchable) {
   std::vector<CString> shown;
-  auto previous = AfxSetMessageBoxHandler([&](const CString& text) { shown.push_back(text); });
+  std::vector<unsigned> types;
+  auto previous = AfxSetMessageBoxHandler([&](const CString& text, unsigned type) {
+    shown.push_back(text);
+    types.push_back(type);
+  });
   EXPECT_EQ(AfxMessageBox(CString(L"Stream Iterator unable to access entity!"), MB_ICONERROR, 0), IDOK);
+  // A sink that takes the text only still receives it.
+  AfxSetMessageBoxHandler([&](const CString& text) { shown.push_back(text); });
+  AfxMessageBox(CString(L"plain"));
   AfxSetMessageBoxHandler(previous);
-  ASSERT_EQ(shown.size(), 1u);
-  EXPECT_EQ(shown[0], L"Stream Iterator unable to access entity!");
+  EXPECT_EQ(shown, (std::vector<CString>{CString(L"Stream Iterator unable to access entity!"), CString(L"plain")}));
+  EXPECT_EQ(types, std::vector<unsigned>{MB_ICONERROR});
   EXPECT_THROW(AfxThrowUserException(), CUserException);
 }
 
