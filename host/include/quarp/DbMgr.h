@@ -63,6 +63,11 @@ class DbMgr {
   // The record's type code without attaching a pointer; 0 for an unknown id.
   std::uint64_t GetType(DbId id) const;
 
+  // The record `id`, or null, without a pointer: for walks that look up many ids and
+  // keep none (the stream iterator). The record stays the manager's; the result is
+  // valid until the record is removed or the manager cleared or read again.
+  const DbBase* Lookup(DbId id) const noexcept { return Find(id); }
+
   // Deletes a record (or hands it over to the pointers that still refer to it). Its id
   // then dangles: it is never given out again.
   bool Remove(DbId id);
