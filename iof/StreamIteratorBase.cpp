@@ -39,18 +39,40 @@ StreamIteratorBase::StreamIteratorBase(Quarp::DbCPtr<DbIOFList> list, Quarp::UtM
 
 // --- moves ----------------------------------------------------------------------------
 
+// Inlined into the moves: it runs once per record.
+[[gnu::always_inline]] inline bool StreamIteratorBase::Settle(const Quarp::DbMgr* mgr, bool backward) {
+  Item* current = GetCurrentItem();
+  if (!current) return false;
+  const Quarp::DbBase* record = Lookup(mgr, current);
+  if (!record) return false;
+  // A record a few moves ahead, on its way into the cache while this one is used: its
+  // first two lines, which hold the class and the sub-list ids.
+  const Item* ahead = current;
+  for (int i = 0; i < 4 && ahead; ++i) ahead = backward ? ahead->GetPrev() : ahead->GetNext();
+  if (ahead) {
+    const auto* next = reinterpret_cast<const char*>(Lookup(mgr, ahead));
+    __builtin_prefetch(next);
+    __builtin_prefetch(next + 64);
+  }
+  const Answer answer = m_Answers.Get(*record, m_TypeMask);
+  if (!answer.inMask) return false;
+  // Most records are lists or carry no sub-lists: no call for them.
+  if (answer.isList || !answer.isIof || !static_cast<const DbIOFBase*>(record)->HasSubLists()) return true;
+  return StepInto(mgr, record, answer, backward);
+}
+
 Quarp::DbId StreamIteratorBase::GetFirst() { return Start(false); }
 Quarp::DbId StreamIteratorBase::GetLast() { return Start(true); }
 
 Quarp::DbId StreamIteratorBase::GetNext() {
   if (!GetCurrentItem() || m_List.IsNull()) return Quarp::DbId();
-  Iterate(false);
+  IterateFrom(GetDbMgr(), false);
   return CurrentId();
 }
 
 Quarp::DbId StreamIteratorBase::GetPrev() {
   if (!GetCurrentItem() || m_List.IsNull()) return Quarp::DbId();
-  Iterate(true);
+  IterateFrom(GetDbMgr(), true);
   return CurrentId();
 }
 
@@ -60,17 +82,8 @@ Quarp::DbId StreamIteratorBase::Start(bool backward) {
   m_Stack.clear();
   m_Stack.push_back(backward ? list->GetTail() : list->GetHead());
   const Quarp::DbMgr* mgr = GetDbMgr();
-  Item* head = m_Stack.back();
-  const Quarp::DbBase* record = head ? Lookup(mgr, head) : nullptr;
-  bool valid = Passes(record);
-  if (valid) valid = StepInto(mgr, record, backward);
-  if (!valid) IterateFrom(mgr, backward);
+  if (!Settle(mgr, backward)) IterateFrom(mgr, backward);
   return CurrentId();
-}
-
-Quarp::DbId StreamIteratorBase::CurrentId() const noexcept {
-  const Item* item = GetCurrentItem();
-  return item ? item->GetId() : Quarp::DbId();
 }
 
 StreamIteratorBase::operator Quarp::DbId() const noexcept { return CurrentId(); }
@@ -96,7 +109,7 @@ void StreamIteratorBase::IterateFrom(const Quarp::DbMgr* mgr, bool backward) {
     // and the sub-list mask is non-zero: no bitwise test between the two (intended).
     // A list that already stands on the stack is never entered again.
     Item* first = nullptr;
-    const Detail::ClassAnswers::Answer& answer = m_Answers.Get(*record, m_TypeMask);
+    const Answer answer = m_Answers.Get(*record, m_TypeMask);
     if (answer.inMask && answer.isList && m_SubListMask != 0) {
       const auto* list = static_cast<const DbIOFList*>(record);
       if (list->GetListType() != 0 && !OnStack(list)) first = backward ? list->GetTail() : list->GetHead();
@@ -121,13 +134,6 @@ void StreamIteratorBase::Advance(bool backward) noexcept {
   }
 }
 
-bool StreamIteratorBase::Settle(const Quarp::DbMgr* mgr, bool backward) {
-  Item* current = GetCurrentItem();
-  if (!current) return false;
-  const Quarp::DbBase* record = Lookup(mgr, current);
-  return Passes(record) && StepInto(mgr, record, backward);
-}
-
 void StreamIteratorBase::SkipCurrentItem(bool backward) {
   if (m_List.IsNull() || !GetCurrentItem()) return;
   Advance(backward);
@@ -144,12 +150,11 @@ void StreamIteratorBase::StepIntoAnyValidSublist(bool backward) {
     ErrorDatabaseEntityNotFoundByIterator();
     return;
   }
-  StepInto(mgr, record, backward);
+  StepInto(mgr, record, m_Answers.Get(*record, m_TypeMask), backward);
 }
 
-bool StreamIteratorBase::StepInto(const Quarp::DbMgr* mgr, const Quarp::DbBase* record, bool backward) {
+bool StreamIteratorBase::StepInto(const Quarp::DbMgr* mgr, const Quarp::DbBase* record, Answer answer, bool backward) {
   for (;;) {
-    const Detail::ClassAnswers::Answer& answer = m_Answers.Get(*record, m_TypeMask);
     if (answer.isList || !answer.isIof) return answer.inMask;
     const auto& iof = static_cast<const DbIOFBase&>(*record);
     if (!iof.HasSubLists()) return answer.inMask;
@@ -158,7 +163,9 @@ bool StreamIteratorBase::StepInto(const Quarp::DbMgr* mgr, const Quarp::DbBase* 
     if (!first) return answer.inMask;  // no eligible sub-list, or an empty one: the record stays current
     m_Stack.push_back(first);
     record = Lookup(mgr, first);
-    if (!Passes(record)) return false;  // the caller advances from it
+    if (!record) return false;
+    answer = m_Answers.Get(*record, m_TypeMask);
+    if (!answer.inMask) return false;  // the caller advances from it
   }
 }
 
