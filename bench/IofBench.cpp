@@ -11,6 +11,7 @@
 #include "PeerRecords.h"
 #include "SystemIo.h"
 #include "Toolpath.h"
+#include "WalkBench.h"
 
 #include <benchmark/benchmark.h>
 #include <iof/DbIOFDocument.h>
@@ -388,6 +389,7 @@ void Register() {
         ->Iterations(e.iterations)
         ->UseManualTime();
   }
+  RegisterWalkBenchmarks(g_ctx->moves);
 }
 
 // ---------------------------------------------------------------------------------------
