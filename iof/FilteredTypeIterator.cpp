@@ -17,13 +17,10 @@ bool FilteredTypeIterator::CurrentItemPassesFilter() const {
 }
 
 Quarp::DbId FilteredTypeIterator::GetFirst() {
-  StreamIteratorBase::GetFirst();
-  return SeekFiltered(false, [this] { return CurrentItemPassesFilter(); });
+  return StartFiltered(false, [this] { return CurrentItemPassesFilter(); });
 }
-
 Quarp::DbId FilteredTypeIterator::GetLast() {
-  StreamIteratorBase::GetLast();
-  return SeekFiltered(true, [this] { return CurrentItemPassesFilter(); });
+  return StartFiltered(true, [this] { return CurrentItemPassesFilter(); });
 }
 
 Quarp::DbId FilteredTypeIterator::Step(bool backward) {

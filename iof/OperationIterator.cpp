@@ -18,13 +18,10 @@ bool OperationIterator::CurrentItemPassesFilter() const {
 }
 
 Quarp::DbId OperationIterator::GetFirst() {
-  StreamIteratorBase::GetFirst();
-  return SeekFiltered(false, [this] { return CurrentItemPassesFilter(); });
+  return StartFiltered(false, [this] { return CurrentItemPassesFilter(); });
 }
-
 Quarp::DbId OperationIterator::GetLast() {
-  StreamIteratorBase::GetLast();
-  return SeekFiltered(true, [this] { return CurrentItemPassesFilter(); });
+  return StartFiltered(true, [this] { return CurrentItemPassesFilter(); });
 }
 
 Quarp::DbId OperationIterator::Step(bool backward) {

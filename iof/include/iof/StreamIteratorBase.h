@@ -195,11 +195,16 @@ class StreamIteratorBase {
   // as Iterate does: how a caller goes on after the error operation reported an id that
   // does not resolve.
   void SkipCurrentItem(bool backward);
-  // From the current item on, the first item for which `passes()` is true, moving with
-  // GetNext (GetPrev) through the virtual table while it is not; the null id when the
-  // walk ends. The filtered iterators' GetFirst and GetLast.
+  // The filtered iterators' GetFirst and GetLast: this class's GetFirst (GetLast), then
+  // from the item reached on, the first for which `passes()` is true, moving with GetNext
+  // (GetPrev) through the virtual table while it is not; the null id when the walk ends.
   template <class Filter>
-  Quarp::DbId SeekFiltered(bool backward, Filter passes) {
+  Quarp::DbId StartFiltered(bool backward, Filter passes) {
+    if (backward) {
+      StreamIteratorBase::GetLast();
+    } else {
+      StreamIteratorBase::GetFirst();
+    }
     while (GetCurrentItem()) {
       if (passes()) return CurrentId();
       if (backward) {
