@@ -12,6 +12,7 @@
 #include "PeerRecords.h"
 #include "SystemIo.h"
 #include "Toolpath.h"
+#include "WalkBench.h"
 
 #include <benchmark/benchmark.h>
 #include <iof/DbIOFApproach.h>
@@ -455,6 +456,7 @@ void Register() {
         ->Iterations(e.iterations)
         ->UseManualTime();
   }
+  RegisterWalkBenchmarks(g_ctx->moves);
 }
 
 // ---------------------------------------------------------------------------------------

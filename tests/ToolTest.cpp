@@ -2,6 +2,9 @@
 // exit codes and messages of every kind of failure.
 #include "TestSupport.h"
 
+#include <iof/DbIOFDocument.h>
+#include <iof/DbIOFNciLinear.h>
+#include <iof/DbIOFStream.h>
 #include <quarp/DbMgr.h>
 
 #include <gtest/gtest.h>
@@ -136,6 +139,41 @@ TEST(Tool, DumpWalksTheDocumentInProgramOrder) {
   const ToolRun none = Tool("dump '" + file + "' --stream 9");
   EXPECT_EQ(none.code, 1);
   EXPECT_NE(none.err.find("no stream 9"), std::string::npos) << none.err;
+}
+
+// A stream holding a move, an id that does not resolve, a move with two sub-lists of
+// one kind, and the stream itself: every line is shown, each problem is one warning.
+TEST(Tool, DumpReportsWhatTheIteratorCannotWalkAndGoesOn) {
+  Quarp::DbMgr mgr;
+  auto doc = IOF::DbIOFDocument::Create();
+  mgr.Add(doc);  // ids: document 1, stream 2, moves 3 to 5, move 6 in list 7, move 8 in list 9
+  Quarp::DbPtr<IOF::DbIOFStream> stream;
+  ASSERT_TRUE(mgr.Get(stream, doc->AddStreamToList(1), 0));
+  const auto add = [&](auto ptr) { return mgr.Add(ptr); };
+  auto carrier = IOF::DbIOFNciLinear::Create();
+  const Quarp::DbId items[] = {add(IOF::DbIOFNciLinear::Create()), add(IOF::DbIOFNciLinear::Create()), add(carrier)};
+  for (const Quarp::DbId id : items) stream->PushBack(id);
+  stream->PushBack(stream.GetId());
+  for (int i = 0; i < 2; ++i) {
+    auto sub = IOF::DbIOFList::Create(IOF::DbIOFList::kMotionBlock);
+    sub->PushBack(add(IOF::DbIOFNciLinear::Create()));
+    carrier->AddSubList(add(sub));
+  }
+  mgr.Remove(Quarp::DbId(4));
+  const std::string file = TestSupport::TempPath("problems.iof");
+  ASSERT_EQ(mgr.Write(Quarp::UtString(file.c_str())), Quarp::DbErr::Ok);
+  const ToolRun r = Tool("dump '" + file + "'");
+  EXPECT_EQ(r.code, 0) << r.err;
+  std::vector<std::string> shape;  // indentation, id and class of each line
+  for (const std::string& line : Lines(r.out)) shape.push_back(line.substr(0, line.find(':')));
+  EXPECT_EQ(shape, (std::vector<std::string>{"#1 DbIOFDocument", "  #2 DbIOFStream", "    #3 DbIOFNciLinear",
+                                             "    #4 (missing)", "    #5 DbIOFNciLinear", "      #7 DbIOFList",
+                                             "        #6 DbIOFNciLinear", "      #9 DbIOFList",
+                                             "        #8 DbIOFNciLinear", "    #2 DbIOFStream"}));
+  EXPECT_EQ(r.err,
+            "iof: warning: record 4 is referred to but does not exist\n"
+            "iof: warning: record 5 has two sub-lists of one kind; each is shown\n"
+            "iof: warning: record 2 contains itself; not followed again\n");
 }
 
 TEST(Tool, JsonDumpParsesBack) {

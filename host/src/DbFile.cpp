@@ -474,6 +474,7 @@ DbErr DbMgr::ReadFromMemory(std::span<const std::uint8_t> bytes, bool readOnly) 
     // Commit: the loaded records replace the manager's contents.
     Clear();
     m_table = std::move(table);
+    SyncLookup();
     m_count = loaded;
     m_nextId = static_cast<std::uint32_t>(nextId);
   } catch (const UtArchiveException& e) {

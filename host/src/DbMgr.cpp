@@ -7,7 +7,7 @@
 
 namespace Quarp {
 
-DbMgr::DbMgr() : m_table(std::make_unique<Table>()) {}
+DbMgr::DbMgr() : m_table(std::make_unique<Table>()) { SyncLookup(); }
 DbMgr::DbMgr(bool /*undo*/, DbCeo* /*ceo*/, bool /*temporary*/) : DbMgr() {}
 
 DbMgr::~DbMgr() { Clear(); }
@@ -22,6 +22,7 @@ void DbMgr::Clear() {
   Table* old = m_table.get();
   old->ForEach([](std::uint32_t, DbBase* ent) { Dispose(ent); });
   m_table = std::make_unique<Table>();
+  SyncLookup();
   m_count = 0;
 }
 
@@ -34,10 +35,17 @@ void DbMgr::Adopt(DbBase* ent, std::uint32_t id) {
   ent->m_mgr = this;
   ent->m_id = id;
   m_table->Append(id, ent);
+  SyncLookup();
   ++m_count;
 }
 
 DbBase* DbMgr::Find(DbId id) const noexcept { return m_table->Find(id.Value()); }
+
+void DbMgr::SyncLookup() noexcept {
+  m_lookupSlots = m_table->Slots();
+  m_lookupCount = m_table->SlotCount();
+  m_lookupSparse = !m_table->IsDense();
+}
 
 DbId DbMgr::Add(DbRootPtr& ptr) {
   DbBase* ent = ptr.GetEnt();

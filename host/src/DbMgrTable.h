@@ -39,6 +39,12 @@ class RecordTable {
     return it != m_pairs.end() && it->first == id ? it->second : nullptr;
   }
 
+  // The dense slots, indexed by id (null and 0 when the table is sparse). Valid until
+  // the next Append.
+  DbBase* const* Slots() const noexcept { return m_dense ? m_slots.data() : nullptr; }
+  std::size_t SlotCount() const noexcept { return m_dense ? m_slots.size() : 0; }
+  bool IsDense() const noexcept { return m_dense; }
+
   // Stores `ent` under `id`, which is greater than every id stored so far.
   void Append(std::uint32_t id, DbBase* ent) {
     if (m_dense) {

@@ -70,9 +70,14 @@ AfxMessageBoxHandler AfxSetMessageBoxHandler(AfxMessageBoxHandler handler) {
   return MessageBoxSlot().Exchange(std::move(handler));
 }
 
+AfxMessageBoxHandler AfxSetMessageBoxHandler(std::function<void(const CString& text)> handler) {
+  if (!handler) return AfxSetMessageBoxHandler(AfxMessageBoxHandler());
+  return AfxSetMessageBoxHandler([handler = std::move(handler)](const CString& text, unsigned) { handler(text); });
+}
+
 int AfxMessageBox(const CString& text, unsigned type, unsigned /*helpId*/) {
   if (const AfxMessageBoxHandler handler = MessageBoxSlot().Get()) {
-    handler(text);
+    handler(text, type);
   } else {
     std::fprintf(stderr, "%s%s\n", (type & MB_ICONERROR) ? "error: " : "", text.ToUtf8().c_str());
   }

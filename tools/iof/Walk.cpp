@@ -2,20 +2,65 @@
 
 #include "Commands.h"
 
+#include <afx/Afx.h>
 #include <iof/DbIOFDocument.h>
-#include <iof/DbIOFList.h>
 #include <iof/DbIOFStream.h>
+#include <iof/DbIOFTypeMgr.h>
+#include <iof/StreamIteratorBase.h>
 
 #include <quarp/UtArchive.h>
 
 #include <algorithm>
 #include <iostream>
+#include <utility>
 
 namespace IofTool {
 
 namespace {
-constexpr int kMaxDepth = 64;
-}
+
+constexpr int kMaxDepth = 64;  // sub-lists walked by iterators of their own, nested
+
+// The library's iterator over every type and every sub-list kind. Its errors end the
+// move as the library's do, without the message box: the walk reports them as warnings
+// and goes on.
+class ToolIterator : public IOF::StreamIteratorBase {
+ public:
+  enum class Error { None, NotFound, TwoSubListsOfOneKind };
+
+  explicit ToolIterator(Quarp::DbCPtr<IOF::DbIOFList> list)
+      : StreamIteratorBase(std::move(list), IOF::DbIOFTypeMgr::GetIOFBASEMask(), -1) {}
+
+  void ErrorDatabaseEntityNotFoundByIterator() override {
+    m_Error = Error::NotFound;
+    AfxThrowUserException();
+  }
+  void ErrorMultiSubListSpecified() override {
+    m_Error = Error::TwoSubListsOfOneKind;
+    AfxThrowUserException();
+  }
+
+  // Past the item whose id does not resolve.
+  Quarp::DbId Skip() {
+    SkipCurrentItem(false);
+    return *this;
+  }
+  Error TakeError() noexcept { return std::exchange(m_Error, Error::None); }
+  using StreamIteratorBase::GetSubListStack;
+
+ private:
+  Error m_Error = Error::None;
+};
+
+// A stack entry the walk has shown, with its record and the depth of its line.
+struct Shown {
+  const IOF::DbIOFList::Item* item;
+  const IOF::DbIOFBase* record;
+  int depth;
+};
+
+std::string Named(Quarp::DbId id) { return "record " + std::to_string(id.Value()); }
+
+}  // namespace
 
 bool LoadFile(const std::string& file, Quarp::DbMgr& mgr) {
   try {
@@ -31,7 +76,7 @@ void Walker::ReportProblems() const {
   for (const std::string& problem : m_Problems) std::cerr << "iof: warning: " << problem << "\n";
 }
 
-bool Walker::Walk(std::optional<int> stream, const std::function<void(const Visit&)>& visit) {
+bool Walker::Walk(std::optional<int> stream, const Visitor& visit) {
   Quarp::DbId at;
   Quarp::DbCPtr<IOF::DbIOFDocument> doc(nullptr);
   if (!m_Mgr.GetNext(doc, at, 0)) {
@@ -46,40 +91,109 @@ bool Walker::Walk(std::optional<int> stream, const std::function<void(const Visi
   if (stream) {
     const Quarp::DbId id = doc->GetStreamById(*stream);
     if (id.IsNull()) return false;
-    Record(id, 1, *stream, visit);
+    Stream(id, *stream, visit);
     return true;
   }
   Quarp::DbCPtr<IOF::DbIOFStream> s(nullptr);
-  for (const Quarp::DbId id : doc->GetStreams()) {
-    Record(id, 1, m_Mgr.Get(s, id, 0) ? s->GetStreamId() : -1, visit);
-  }
+  for (const Quarp::DbId id : doc->GetStreams()) Stream(id, m_Mgr.Get(s, id, 0) ? s->GetStreamId() : -1, visit);
   return true;
 }
 
-void Walker::Record(Quarp::DbId id, int depth, int stream, const std::function<void(const Visit&)>& visit) {
-  Quarp::DbBaseCPtr p(nullptr);
-  const IOF::DbIOFBase* record = m_Mgr.Get(p, id, 0) ? dynamic_cast<const IOF::DbIOFBase*>(p.Get()) : nullptr;
-  if (!record) {
-    m_Problems.push_back("record " + std::to_string(id.Value()) + " is referred to but does not exist");
-    visit({nullptr, id, depth, stream});
-    return;
-  }
-  if (std::find(m_Path.begin(), m_Path.end(), id) != m_Path.end() || depth > kMaxDepth) {
-    m_Problems.push_back("record " + std::to_string(id.Value()) + " contains itself; not followed again");
-    return;
-  }
-  visit({record, id, depth, stream});
-  m_Path.push_back(id);
-  for (const Quarp::DbId sub : record->GetSubLists()) Record(sub, depth + 1, stream, visit);
-  Items(*record, depth + 1, stream, visit);
-  m_Path.pop_back();
+const IOF::DbIOFBase* Walker::Find(Quarp::DbId id) const {
+  return dynamic_cast<const IOF::DbIOFBase*>(m_Mgr.Lookup(id));
 }
 
-void Walker::Items(const IOF::DbIOFBase& record, int depth, int stream,
-                   const std::function<void(const Visit&)>& visit) {
-  const auto* list = dynamic_cast<const IOF::DbIOFList*>(&record);
-  if (!list) return;
-  for (const auto* item = list->GetHead(); item; item = item->GetNext()) Record(item->GetId(), depth, stream, visit);
+void Walker::Missing(Quarp::DbId id, int depth, int stream, const Visitor& visit) {
+  m_Problems.push_back(Named(id) + " is referred to but does not exist");
+  visit({nullptr, id, depth, stream});
+}
+
+void Walker::Stream(Quarp::DbId id, int number, const Visitor& visit) {
+  const IOF::DbIOFBase* record = Find(id);
+  if (!record) return Missing(id, 1, number, visit);
+  const auto* list = dynamic_cast<const IOF::DbIOFList*>(record);
+  Record(record, id, 1, number, nullptr, visit);
+  if (list) Items(*list, 1, number, visit);
+}
+
+void Walker::Record(const IOF::DbIOFBase* record, Quarp::DbId id, int depth, int stream, const IOF::DbIOFList* entered,
+                    const Visitor& visit) {
+  if (!record) return Missing(id, depth, stream, visit);
+  visit({record, id, depth, stream});
+  for (const Quarp::DbId subId : record->GetSubLists()) {
+    const IOF::DbIOFBase* sub = Find(subId);
+    const auto* list = dynamic_cast<const IOF::DbIOFList*>(sub);
+    if (!sub) {
+      Missing(subId, depth + 1, stream, visit);
+    } else if (list == entered) {
+      continue;  // the iterator walks it
+    } else if (!list) {
+      visit({sub, subId, depth + 1, stream});
+    } else if (std::find(m_Open.begin(), m_Open.end(), list) != m_Open.end() || depth > kMaxDepth) {
+      m_Problems.push_back(Named(subId) + " contains itself; not followed again");
+    } else {
+      visit({sub, subId, depth + 1, stream});
+      Items(*list, depth + 1, stream, visit);
+    }
+  }
+}
+
+void Walker::Items(const IOF::DbIOFList& list, int depth, int stream, const Visitor& visit) {
+  Quarp::DbCPtr<IOF::DbIOFList> pointer(nullptr);
+  if (!m_Mgr.Get(pointer, list.GetId(), 0)) return;
+  ToolIterator it(pointer);
+  const std::size_t open = m_Open.size();
+  std::vector<Shown> shown;
+  // Shows what the iterator stands on: every stack entry not shown yet, from the top,
+  // each sub-list the walk entered with its own line.
+  const auto show = [&] {
+    const auto& stack = it.GetSubListStack();
+    std::size_t k = 0;
+    while (k < shown.size() && k < stack.size() && shown[k].item == stack[k]) ++k;
+    shown.resize(k);
+    m_Open.resize(open);
+    for (std::size_t j = 0; j < k; ++j) m_Open.push_back(stack[j]->GetList());
+    for (; k < stack.size(); ++k) {
+      const IOF::DbIOFList::Item* item = stack[k];
+      const IOF::DbIOFList* owner = item->GetList();
+      m_Open.push_back(owner);
+      int at = k == 0 ? depth + 1 : shown[k - 1].depth + 1;
+      if (k > 0 && owner != shown[k - 1].record) {  // a sub-list of the record above
+        visit({owner, owner->GetId(), at, stream});
+        ++at;
+      }
+      const IOF::DbIOFBase* record = Find(item->GetId());
+      const bool last = k + 1 == stack.size();
+      const IOF::DbIOFList* entered = last ? nullptr : stack[k + 1]->GetList();
+      const auto* asList = dynamic_cast<const IOF::DbIOFList*>(record);
+      // A list the iterator stands in already is yielded and not entered again.
+      const auto mine = m_Open.begin() + static_cast<std::ptrdiff_t>(open);
+      if (last && asList && asList->GetHead() && std::find(mine, m_Open.end(), asList) != m_Open.end()) {
+        m_Problems.push_back(Named(item->GetId()) + " contains itself; not followed again");
+      }
+      Record(record, item->GetId(), at, stream, entered, visit);
+      shown.push_back({item, record, at});
+    }
+  };
+  enum class Move { First, Next, Skip } move = Move::First;
+  for (;;) {
+    Quarp::DbId id;
+    try {
+      id = move == Move::First ? it.GetFirst() : move == Move::Next ? it.GetNext() : it.Skip();
+    } catch (const CUserException&) {
+      const ToolIterator::Error error = it.TakeError();
+      if (error == ToolIterator::Error::TwoSubListsOfOneKind) {
+        m_Problems.push_back(Named(it) + " has two sub-lists of one kind; each is shown");
+      }
+      show();  // an id that does not resolve shows as missing
+      move = error == ToolIterator::Error::NotFound ? Move::Skip : Move::Next;
+      continue;
+    }
+    if (id.IsNull()) break;
+    show();
+    move = Move::Next;
+  }
+  m_Open.resize(open);
 }
 
 }  // namespace IofTool

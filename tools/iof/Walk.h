@@ -1,9 +1,18 @@
-// The program-order walk the tool's commands share: the document, then each stream and
-// its items; a list item that is itself a list is followed by its own items, and a
-// record's sub-lists by theirs, one level deeper each time.
+// The program-order walk the tool's commands share: the document, then each stream
+// walked with the library's stream iterator (every type, every sub-list kind), one
+// level deeper for each list entered.
+//
+// The iterator yields a record that carries a sub-list only when it does not enter one;
+// otherwise it goes straight to the sub-list's records. The walk shows such a record
+// anyway, the way a reader expects: its line, then its sub-list's line, then the
+// sub-list's records, one and two levels deeper (the records come from the iterator's
+// stack). A record's other sub-lists, which the iterator leaves alone (it enters one per
+// record), are walked with an iterator of their own right after the record's line, as
+// are the sub-lists of list records (an operation's), which the iterator never enters.
 #pragma once
 
 #include <iof/DbIOFBase.h>
+#include <iof/DbIOFList.h>
 #include <quarp/DbMgr.h>
 
 #include <functional>
@@ -22,24 +31,34 @@ struct Visit {
 
 class Walker {
  public:
+  using Visitor = std::function<void(const Visit&)>;
+
   explicit Walker(const Quarp::DbMgr& mgr) : m_Mgr(mgr) {}
 
   // Walks the first document (and only the stream numbered `stream` when given). A file
   // without a document is walked record by record in id order. Returns false when the
   // requested stream does not exist.
-  bool Walk(std::optional<int> stream, const std::function<void(const Visit&)>& visit);
+  bool Walk(std::optional<int> stream, const Visitor& visit);
 
-  // Ids that did not resolve or that would have closed a cycle, as sentences.
+  // Ids that did not resolve, records with two sub-lists of one kind, and lists that
+  // would have closed a cycle, as sentences.
   const std::vector<std::string>& Problems() const noexcept { return m_Problems; }
   // Writes each problem as a warning line to stderr.
   void ReportProblems() const;
 
  private:
-  void Record(Quarp::DbId id, int depth, int stream, const std::function<void(const Visit&)>& visit);
-  void Items(const IOF::DbIOFBase& list, int depth, int stream, const std::function<void(const Visit&)>& visit);
+  void Stream(Quarp::DbId id, int number, const Visitor& visit);
+  // The records of `list`, whose own line stands at `depth`.
+  void Items(const IOF::DbIOFList& list, int depth, int stream, const Visitor& visit);
+  // A record's line, then those of its sub-lists but `entered` (the one the iterator
+  // walks).
+  void Record(const IOF::DbIOFBase* record, Quarp::DbId id, int depth, int stream, const IOF::DbIOFList* entered,
+              const Visitor& visit);
+  const IOF::DbIOFBase* Find(Quarp::DbId id) const;
+  void Missing(Quarp::DbId id, int depth, int stream, const Visitor& visit);
 
   const Quarp::DbMgr& m_Mgr;
-  std::vector<Quarp::DbId> m_Path;  // records being walked, to stop at cycles
+  std::vector<const IOF::DbIOFList*> m_Open;  // lists the walk stands in, to stop at cycles
   std::vector<std::string> m_Problems;
 };
 

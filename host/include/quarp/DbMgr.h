@@ -63,6 +63,15 @@ class DbMgr {
   // The record's type code without attaching a pointer; 0 for an unknown id.
   std::uint64_t GetType(DbId id) const;
 
+  // The record `id`, or null, without a pointer: for walks that look up many ids and
+  // keep none (the stream iterator). The record stays the manager's; the result is
+  // valid until the record is removed or the manager cleared or read again.
+  const DbBase* Lookup(DbId id) const noexcept {
+    const std::uint64_t v = id.Value();
+    if (v < m_lookupCount) return m_lookupSlots[v];
+    return m_lookupSparse ? Find(id) : nullptr;
+  }
+
   // Deletes a record (or hands it over to the pointers that still refer to it). Its id
   // then dangles: it is never given out again.
   bool Remove(DbId id);
@@ -103,8 +112,13 @@ class DbMgr {
   void Adopt(DbBase* ent, std::uint32_t id);
   static void Dispose(DbBase* ent) noexcept;
   DbBase* Find(DbId id) const noexcept;
+  // Points Lookup at the table's slots again; after every change of the table.
+  void SyncLookup() noexcept;
 
   std::unique_ptr<Table> m_table;
+  DbBase* const* m_lookupSlots = nullptr;  // the table's dense slots, for Lookup
+  std::uint64_t m_lookupCount = 0;
+  bool m_lookupSparse = false;  // a sparse table: Lookup asks Find
   std::size_t m_count = 0;
   std::uint32_t m_nextId = 1;
   bool m_readOnly = false;

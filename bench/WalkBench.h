@@ -1,0 +1,12 @@
+// The walk benchmarks: a stream of linear moves walked with the stream iterator.
+#pragma once
+
+#include <cstddef>
+
+namespace IofBench {
+
+// Registers the walks of a job of `moves` linear moves; the job is built (and saved and
+// loaded, as a post-processor gets it) when the first walk runs.
+void RegisterWalkBenchmarks(std::size_t moves);
+
+}  // namespace IofBench
