@@ -235,21 +235,19 @@ TEST(PartSpindles, AddAndInitialize) {
   const DbId first = map->Add(1);
   EXPECT_EQ(map->Add(1), first);  // a number already present: nothing new
   EXPECT_EQ(mgr.GetCount(), 4u);  // the map, the spindle, its stock and its chuck
-  EXPECT_EQ(map->GetSpindleId(2), map->Add(2));
-  EXPECT_TRUE(map->Find(2) && !map->Find(3));
-  EXPECT_EQ(mgr.GetCount(), 7u);
+  const DbId second = map->Add(2);
+  EXPECT_TRUE(map->GetSpindleId(2) == second && map->Find(2) && !map->Find(3));
   Quarp::DbPtr<DbIOFPartSpindle> made;
   ASSERT_TRUE(mgr.Get(made, first));
   EXPECT_EQ(made->ToIOFString(), L"DbIOFPartSpindle Name: Part Spindle");
   EXPECT_TRUE(made->GetInitialized() && made->Initialize());  // initialized once only
   EXPECT_EQ(made->GetStockDefPtr()->GetId(), made->GetStockDefId());
-  EXPECT_EQ(mgr.GetCount(), 7u);
+  EXPECT_EQ(mgr.GetCount(), 7u);  // two spindles, each with its stock and chuck
 
   // The flag is not archived; Initialize of a loaded spindle keeps the definitions it
   // refers to and creates only what is missing.
   mgr.Add(spindle);
-  ASSERT_TRUE(LoadAll(*spindle, Store(*made)));
-  EXPECT_FALSE(spindle->GetInitialized());
+  ASSERT_TRUE(LoadAll(*spindle, Store(*made)) && !spindle->GetInitialized());
   spindle->SetChuckDefId(DbId(99));
   EXPECT_TRUE(spindle->Initialize());
   EXPECT_TRUE(spindle->GetStockDefId() == made->GetStockDefId() && spindle->GetChuckDefPtr());

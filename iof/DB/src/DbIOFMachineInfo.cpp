@@ -108,9 +108,7 @@ class DbIOFMachineInfo::TableComparer {
     const CString path = m_Prefix + name;
     if constexpr (std::is_same_v<T, double>) {
       return CompareProperty(a, b, path, m_Report, 1e-6);
-    } else if constexpr (std::is_enum_v<T>) {
-      return CompareProperty(static_cast<int>(a), static_cast<int>(b), path, m_Report);
-    } else if constexpr (std::is_same_v<T, std::int16_t>) {
+    } else if constexpr (std::is_enum_v<T> || std::is_same_v<T, std::int16_t>) {
       return CompareProperty(static_cast<int>(a), static_cast<int>(b), path, m_Report);
     } else if constexpr (Detail::IsSequence<T>::value || Detail::IsMap<T>::value) {
       if (!Count(name, a.size(), b.size())) return false;
