@@ -4,8 +4,9 @@
 //
 //   iof_bench [--moves=N] [Google Benchmark flags]     (or IOF_BENCH_MOVES=N)
 //
-// The job: N linear moves (1,000,000 by default) in operations of 1000 moves, in one
-// stream of one document. Scratch files go to a fresh directory under $TMPDIR (default
+// The job: N linear moves (1,000,000 by default) in operations of 1000 moves (each
+// operation holds a sub-operation with its approach and a motion list of the moves, and
+// a retract), in one stream of one document. Scratch files go to a fresh directory under $TMPDIR (default
 // /tmp), removed at the end. After the benchmarks a table gives the ratios; see
 // bench/README.md.
 #include "PeerRecords.h"
@@ -13,9 +14,13 @@
 #include "Toolpath.h"
 
 #include <benchmark/benchmark.h>
+#include <iof/DbIOFApproach.h>
 #include <iof/DbIOFDocument.h>
 #include <iof/DbIOFList.h>
 #include <iof/DbIOFNciLinear.h>
+#include <iof/DbIOFNciOperation.h>
+#include <iof/DbIOFNciSubOp.h>
+#include <iof/DbIOFRetract.h>
 #include <iof/DbIOFStream.h>
 #include <quarp/DbMgr.h>
 
@@ -45,7 +50,7 @@ constexpr int kPeerIterations = 3;
 struct Context {
   std::size_t moves = 0;
   std::size_t operations = 0;
-  std::size_t records = 0;  // document, stream, operations and moves
+  std::size_t records = 0;  // document, stream, operations with their parts, moves
   ScratchDir dir;
   std::string oursPath = dir.File("job.iof");
   std::string limitPath = dir.File("limit.bin");
@@ -96,7 +101,20 @@ void SetLinear(IOF::DbIOFNciLinear& line, const MoveSpec& m, int opId) {
   line.SetEndPoint(IOF::GmPoint3D(m.x, m.y, m.z));
 }
 
-// The IOF job, the way a toolpath producer writes it.
+// The header of an IOF operation from its header.
+void SetOperation(IOF::DbIOFNciOperation& op, const OperationHeader& header) {
+  op.SetIOFName(CString::FromUtf8("Operation " + std::to_string(header.number)));
+  op.SetMcOpNumber(header.number);
+  op.SetMcOpId(header.number);
+  op.SetToolPathType(static_cast<IOF::IofToolPathTypes>(header.toolPathType));
+  op.SetToolpathTypeTitle(CString(L"Pocket"));
+  op.SetStreamId(1);
+  op.SetMaxSpindleSpeed(header.spindleSpeed);
+  op.SetToolChangeTime(header.toolChangeTime);
+}
+
+// The IOF job, the way a toolpath producer writes it: each operation holds a
+// sub-operation (its approach, then a motion list with the moves) and its retract.
 void BuildOurs(Context& ctx) {
   ctx.ours = std::make_unique<Quarp::DbMgr>();
   Quarp::DbMgr& mgr = *ctx.ours;
@@ -105,20 +123,38 @@ void BuildOurs(Context& ctx) {
   Quarp::DbPtr<IOF::DbIOFStream> stream;
   if (!mgr.Get(stream, doc->AddStreamToList(1), 0)) throw std::runtime_error("the document made no stream");
   for (std::size_t op = 0; op < ctx.operations; ++op) {
-    auto list = IOF::DbIOFList::Create(IOF::DbIOFList::kOperation);
-    list->SetIOFName(CString::FromUtf8("Operation " + std::to_string(op + 1)));
-    const Quarp::DbId opId = mgr.Add(list);
-    stream->PushBack(opId);
     const std::size_t n = MovesInOperation(ctx.moves, op);
     OperationPath path(op, n);
+    const OperationHeader header = path.Header(op + 1 == ctx.operations);
+    auto operation = IOF::DbIOFNciOperation::Create();
+    SetOperation(*operation, header);
+    const Quarp::DbId opId = mgr.Add(operation);
+    stream->PushBack(opId);
+    auto sub = IOF::DbIOFNciSubOp::Create();
+    sub->SetOpId(opId);
+    sub->SetFeedRate(header.feed);
+    sub->SetSpindleSpeed(header.spindleSpeed);
+    sub->SetDiameterOffsetNum(header.toolNumber);
+    sub->SetLengthOffsetNum(header.toolNumber);
+    operation->PushBack(mgr.Add(sub));
+    auto approach = IOF::DbIOFApproach::Create();
+    approach->SetApproachType(header.approachType);
+    approach->SetEndPoint(IOF::GmPoint3D(header.approachX, header.approachY, header.approachZ));
+    sub->PushBack(mgr.Add(approach));
+    auto motion = IOF::DbIOFList::Create(IOF::DbIOFList::kMotionBlock);
+    sub->PushBack(mgr.Add(motion));
     for (std::size_t i = 0; i < n; ++i) {
       const MoveSpec m = path.Next();
       auto line = IOF::DbIOFNciLinear::Create();
       SetLinear(*line, m, static_cast<int>(opId.Value()));
       ctx.lastMoveId = mgr.Add(line);
       ctx.lastMove = m;
-      list->PushBack(ctx.lastMoveId);
+      motion->PushBack(ctx.lastMoveId);
     }
+    auto retract = IOF::DbIOFRetract::Create();
+    retract->SetRetractType(header.retractType);
+    retract->SetEndPoint(IOF::GmPoint3D(ctx.lastMove.x, ctx.lastMove.y, ctx.lastMove.z));
+    operation->PushBack(mgr.Add(retract));
   }
   ctx.records = mgr.GetCount();
 }
@@ -127,26 +163,54 @@ void BuildOurs(Context& ctx) {
 void BuildPeer(Context& ctx) {
   Peer::Job& job = ctx.peer;
   job.reserve(ctx.records);
+  // Appends `record` and returns its id.
+  const auto add = [&job](auto record) {
+    job.push_back(std::move(record));
+    return static_cast<std::uint64_t>(job.size());
+  };
   auto doc = std::make_unique<Peer::List>();
   doc->m_Items.push_back(2);
-  job.push_back(std::move(doc));
+  add(std::move(doc));
   auto stream = std::make_unique<Peer::List>();
   stream->m_Name = "Stream Object";
   stream->m_ListType = IOF::DbIOFList::kStream;
   Peer::List* streamList = stream.get();
-  job.push_back(std::move(stream));
+  add(std::move(stream));
   for (std::size_t op = 0; op < ctx.operations; ++op) {
-    auto list = std::make_unique<Peer::List>();
-    list->m_Name = "Operation " + std::to_string(op + 1);
-    list->m_ListType = IOF::DbIOFList::kOperation;
-    const std::uint64_t opId = job.size() + 1;
-    streamList->m_Items.push_back(opId);
-    Peer::List* opList = list.get();
-    job.push_back(std::move(list));
     const std::size_t n = MovesInOperation(ctx.moves, op);
     OperationPath path(op, n);
+    const OperationHeader header = path.Header(op + 1 == ctx.operations);
+    auto operation = std::make_unique<Peer::Operation>();
+    operation->m_Name = "Operation " + std::to_string(header.number);
+    operation->m_ListType = IOF::DbIOFList::kOperation;
+    operation->m_MCOpNumber = operation->m_MCOpId = header.number;
+    operation->m_ToolPathType = header.toolPathType;
+    operation->m_ToolpathTypeTitle = "Pocket";
+    operation->m_StreamId = 1;
+    operation->m_MaxSpindleSpeed = header.spindleSpeed;
+    operation->m_ToolChangeTime = header.toolChangeTime;
+    Peer::Operation* opList = operation.get();
+    const std::uint64_t opId = add(std::move(operation));
+    streamList->m_Items.push_back(opId);
+    auto sub = std::make_unique<Peer::SubOp>();
+    sub->m_ListType = IOF::DbIOFNciSubOp::kListType;
+    sub->m_OpId = opId;
+    sub->m_FeedRate = header.feed;
+    sub->m_SpindleSpeed = header.spindleSpeed;
+    sub->m_DiameterOffsetNum = sub->m_LengthOffsetNum = header.toolNumber;
+    Peer::SubOp* subList = sub.get();
+    opList->m_Items.push_back(add(std::move(sub)));
+    auto approach = std::make_unique<Peer::Approach>();
+    approach->m_Type = header.approachType;
+    approach->m_EndPoint = {header.approachX, header.approachY, header.approachZ};
+    subList->m_Items.push_back(add(std::move(approach)));
+    auto motion = std::make_unique<Peer::List>();
+    motion->m_ListType = IOF::DbIOFList::kMotionBlock;
+    Peer::List* motionList = motion.get();
+    subList->m_Items.push_back(add(std::move(motion)));
+    MoveSpec m;
     for (std::size_t i = 0; i < n; ++i) {
-      const MoveSpec m = path.Next();
+      m = path.Next();
       auto line = std::make_unique<Peer::Linear>();
       line->m_GCode = m.gCode;
       line->m_OwnerOpId = static_cast<int>(opId);
@@ -157,9 +221,12 @@ void BuildPeer(Context& ctx) {
       line->m_PositionCode = m.positionCode;
       line->m_ContourPosition = m.contourPosition;
       line->m_EndPoint = {m.x, m.y, m.z};
-      opList->m_Items.push_back(job.size() + 1);
-      job.push_back(std::move(line));
+      motionList->m_Items.push_back(add(std::move(line)));
     }
+    auto retract = std::make_unique<Peer::Retract>();
+    retract->m_Type = header.retractType;
+    retract->m_EndPoint = {m.x, m.y, m.z};
+    opList->m_Items.push_back(add(std::move(retract)));
   }
   if (job.size() != ctx.records) throw std::logic_error("the peer job does not hold the same records");
 }
@@ -185,7 +252,7 @@ std::string CheckPeer(const Peer::Job& job) {
   if (job.size() != ctx.records) {
     return "loaded " + std::to_string(job.size()) + " records, expected " + std::to_string(ctx.records);
   }
-  const auto* last = dynamic_cast<const Peer::Linear*>(job.back().get());
+  const auto* last = dynamic_cast<const Peer::Linear*>(job[ctx.lastMoveId.Value() - 1].get());
   const MoveSpec& m = ctx.lastMove;
   if (!last || last->m_EndPoint.x != m.x || last->m_EndPoint.y != m.y || last->m_EndPoint.z != m.z ||
       last->m_FeedRate != m.feedRate || last->m_GCode != m.gCode) {

@@ -1,7 +1,8 @@
 // The toolpath both sides of the benchmark store: a deterministic stream of linear moves
-// grouped into operations, with the values a real pocketing job has (rapid approach and
-// retract, lead-in and lead-out at a reduced feed, zig-zag passes stepping down, a few
-// rapids between levels, times from distance and feed). The IOF job and the
+// grouped into operations, each with a sub-operation (its approach, then a motion list
+// of the moves) and a retract, with the values a real pocketing job has (rapid approach
+// and retract, lead-in and lead-out at a reduced feed, zig-zag passes stepping down, a
+// few rapids between levels, times from distance and feed). The IOF job and the
 // Boost.Serialization peer are both built from it, so they hold the same values.
 #pragma once
 
@@ -24,6 +25,21 @@ struct MoveSpec {
   double time = 0.0;  // seconds
 };
 
+// What the producer writes around the moves of one operation: the operation's header,
+// its sub-operation's cutting conditions, where its approach and retract end. Both jobs
+// hold these values.
+struct OperationHeader {
+  int number = 0;             // the machine-operation number, from 1
+  int toolPathType = 1;       // IofToolPathTypes: TP_CONTR_FACEPLANAR, a pocket on the face
+  int toolNumber = 0;         // one tool per four operations
+  double toolChangeTime = 0;  // seconds; the first operation of each tool changes it
+  double feed = 0.0;          // mm/min
+  double spindleSpeed = 0.0;  // rpm
+  double approachX = 0.0, approachY = 0.0, approachZ = 0.0;  // above the start point
+  int approachType = 1;                                      // DbIOFApproach: 1 after a tool change, 3 a reposition
+  int retractType = 3;                                       // DbIOFRetract: 3 reposition, 4 end of file
+};
+
 constexpr std::size_t kMovesPerOperation = 1000;
 constexpr double kRapidFeed = 10000.0;  // mm/min
 constexpr double kSafeZ = 50.0;
@@ -38,11 +54,28 @@ inline std::size_t MovesInOperation(std::size_t moves, std::size_t op) {
 class OperationPath {
  public:
   OperationPath(std::size_t opIndex, std::size_t moves)
-      : m_moves(moves),
+      : m_opIndex(opIndex),
+        m_moves(moves),
         m_x0(static_cast<double>(opIndex % 10) * 120.0),
         m_y0(static_cast<double>(opIndex / 10 % 10) * 80.0),
         m_feed(600.0 + 100.0 * static_cast<double>(opIndex % 8)),
         m_comp(opIndex % 3 == 0 ? 41 : 40) {}
+
+  // The operation's header; `last` for the last operation of the job.
+  OperationHeader Header(bool last) const {
+    OperationHeader header;
+    header.number = static_cast<int>(m_opIndex) + 1;
+    header.toolNumber = static_cast<int>(m_opIndex / 4) + 1;
+    header.toolChangeTime = m_opIndex % 4 == 0 ? 6.5 : 0.0;
+    header.feed = m_feed;
+    header.spindleSpeed = 6000.0 + 500.0 * static_cast<double>(m_opIndex % 8);
+    header.approachX = m_x0;
+    header.approachY = m_y0;
+    header.approachZ = kSafeZ;
+    header.approachType = m_opIndex % 4 == 0 ? 1 : 3;
+    header.retractType = last ? 4 : 3;
+    return header;
+  }
 
   MoveSpec Next() {
     const std::size_t i = m_index++;
@@ -97,6 +130,7 @@ class OperationPath {
     m_z = z;
   }
 
+  std::size_t m_opIndex;
   std::size_t m_moves;
   std::size_t m_index = 0;
   double m_x0, m_y0, m_feed;

@@ -1,9 +1,11 @@
 // A producer's run from the top and a post-processor's reading of the file: build a job
-// with a document, two streams, de-duplicated tool changes and planes and moves of every
+// with a document, two streams, operations with a sub-operation (approach and a motion
+// list) and a retract each, de-duplicated tool changes and planes and moves of every
 // kind, write it, read it into a fresh manager and find everything again, equal field
 // by field.
 #include "TestSupport.h"
 
+#include <iof/DbIOFApproach.h>
 #include <iof/DbIOFArcMotionBlock.h>
 #include <iof/DbIOFDocument.h>
 #include <iof/DbIOFDrillMotionBlock.h>
@@ -17,9 +19,12 @@
 #include <iof/DbIOFNciLinear.h>
 #include <iof/DbIOFNciManualEntry.h>
 #include <iof/DbIOFNciMultiAx.h>
+#include <iof/DbIOFNciOperation.h>
 #include <iof/DbIOFNciPlane.h>
+#include <iof/DbIOFNciSubOp.h>
 #include <iof/DbIOFNciToolChange.h>
 #include <iof/DbIOFNciToolPlaneChange.h>
+#include <iof/DbIOFRetract.h>
 #include <iof/DbIOFStream.h>
 
 #include <gtest/gtest.h>
@@ -52,32 +57,43 @@ void Produce(Quarp::DbMgr& mgr, DbId& docId) {
     Quarp::DbPtr<DbIOFStream> stream;
     ASSERT_TRUE(mgr.Get(stream, doc->AddStreamToList(number), 0));
     for (int opIndex = 0; opIndex < 3; ++opIndex) {
-      auto op = DbIOFList::Create(DbIOFList::kOperation);
+      auto op = DbIOFNciOperation::Create();
       op->SetIOFName(CString::Formatted(L"Op %d.%d", number, opIndex));
       const DbId opId = mgr.Add(op);
       stream->PushBack(opId);
       bool added = false;
       auto tool = Tool(opIndex % 2 + 1, 6.0 + opIndex);  // tools 1, 2, 1: the third is reused
-      op->PushBack(stream->AddToolChange(tool, added, true, true));
+      op->SetNextToolChg(stream->AddToolChange(tool, added, true, true));
+      op->PushBack(op->GetNextToolChg());
       EXPECT_EQ(added, opIndex < 2);
       const DbId planeId = stream->AddPlane(GmXformMat3D::RotX(opIndex == 2 ? 0.0 : opIndex * 0.5), 54, false, 1e-6);
       auto planeChange = DbIOFNciToolPlaneChange::Create();
       planeChange->SetPlaneDbId(planeId);
       op->PushBack(mgr.Add(planeChange));
+      // A sub-operation with its approach and a motion list that holds the cut.
+      auto subOp = DbIOFNciSubOp::Create();
+      subOp->SetOpId(opId);
+      subOp->SetToolChangeId(op->GetNextToolChg());
+      op->PushBack(mgr.Add(subOp));
+      auto approach = DbIOFApproach::Create();
+      approach->SetEndPoint(GmPoint3D(opIndex, number, 5));
+      subOp->PushBack(mgr.Add(approach));
+      auto cut = DbIOFList::Create(DbIOFList::kMotionBlock);
+      subOp->PushBack(mgr.Add(cut));
 
       auto line = DbIOFNciLinear::Create();
       line->SetEndPoint(GmPoint3D(opIndex, number, -1));
       line->SetFeedRate(300 + opIndex);
       line->SetTime(1.5);
       line->SetOperationId(static_cast<int>(opId.Value()));
-      op->PushBack(mgr.Add(line));
+      cut->PushBack(mgr.Add(line));
 
       auto arc = DbIOFNciArc::Create();
       arc->SetCenterPoint(GmPoint3D(1, 1, 0));
       arc->SetSweepAngle(90);
       arc->SetClockwise(true);
       const DbId arcId = mgr.Add(arc);
-      op->PushBack(arcId);
+      cut->PushBack(arcId);
       auto sub = DbIOFList::Create(DbIOFList::kMotionSubList);
       const DbId subId = mgr.Add(sub);
       auto block = DbIOFArcMotionBlock::Create();
@@ -91,13 +107,13 @@ void Produce(Quarp::DbMgr& mgr, DbId& docId) {
       helix->SetRadius(4);
       helix->SetSweepAngle(std::numbers::pi);
       helix->SetHelicalPitch(-2);
-      op->PushBack(mgr.Add(helix));
+      cut->PushBack(mgr.Add(helix));
 
       auto multi = DbIOFNciMultiAx::Create();
       multi->SetToolTipPt(GmPoint3D(5, 5, 5));
       multi->SetToolOrientVect(GmVector3D(0, 0, 1));
       const DbId multiId = mgr.Add(multi);
-      op->PushBack(multiId);
+      cut->PushBack(multiId);
       auto machine = DbIOFList::Create(DbIOFList::kMachineBasedMotionSubList);
       const DbId machineId = mgr.Add(machine);
       auto multiBlock = DbIOFMultiAxMotionBlock::Create();
@@ -107,17 +123,20 @@ void Produce(Quarp::DbMgr& mgr, DbId& docId) {
 
       auto drill = DbIOFDrillMotionBlock::Create();
       drill->SetEndPoint2(end);
-      op->PushBack(mgr.Add(drill));
+      cut->PushBack(mgr.Add(drill));
       auto generic = DbIOFNciGeneric::Create();
       const unsigned char bytes[] = {1, 2, 3};
       generic->SetGenericBlock(sizeof bytes, bytes);
-      op->PushBack(mgr.Add(generic));
+      cut->PushBack(mgr.Add(generic));
       auto note = DbIOFNciManualEntry::Create();
       note->SetComment(CString(L"Stop and check"));
-      op->PushBack(mgr.Add(note));
+      cut->PushBack(mgr.Add(note));
       auto dwell = DbIOFEvDwell::Create();
       dwell->SetDwellTime(0.5 * (opIndex + 1));
-      op->PushBack(mgr.Add(dwell));
+      cut->PushBack(mgr.Add(dwell));
+      auto retract = DbIOFRetract::Create();
+      retract->SetRetractType(DbIOFRetract::kReposition);
+      op->PushBack(mgr.Add(retract));
     }
     auto sync = DbIOFEvSync::Create();
     sync->SetSyncId(10);
@@ -162,6 +181,10 @@ TEST(EndToEnd, AProducersJobReadsBackFieldByField) {
     ASSERT_TRUE(post.Get(stream, doc->GetStreamById(number), 0));
     EXPECT_EQ(stream->GetStreamId(), number);
     EXPECT_EQ(stream->Size(), 4);  // three operations and the sync event
+    Quarp::DbCPtr<DbIOFNciOperation> op;
+    ASSERT_TRUE(post.Get(op, stream->GetHead()->GetId(), 0));
+    EXPECT_EQ(op->GetApproach()->GetEndPoint(), GmPoint3D(0, number, 5));
+    EXPECT_EQ(op->GetRetract()->GetRetractType(), DbIOFRetract::kReposition);
     std::vector<DbId> produceOrder, readOrder;
     Quarp::DbCPtr<DbIOFDocument> original;
     ASSERT_TRUE(produced.Get(original, docId, 0));

@@ -2,6 +2,7 @@
 // unrelated classes, in one table for all the classes.
 #include "TestSupport.h"
 
+#include <iof/DbIOFApproach.h>
 #include <iof/DbIOFArcMotionBlock.h>
 #include <iof/DbIOFDocument.h>
 #include <iof/DbIOFDrillMotionBlock.h>
@@ -23,6 +24,8 @@
 #include <iof/DbIOFNciPlaneReference.h>
 #include <iof/DbIOFNciToolChange.h>
 #include <iof/DbIOFNciToolPlaneChange.h>
+#include <iof/DbIOFNciTransSubProgOp.h>
+#include <iof/DbIOFRetract.h>
 #include <iof/DbIOFStream.h>
 #include <iof/DbIOFTypeMgr.h>
 #include <quarp/UtTypeMgr.h>
@@ -92,6 +95,13 @@ TEST(RecordClasses, TypeAnswers) {
           {&T::GetIOFEVENTBASEMask()}, {&T::GetIOFEVCOMPMask()}),
       Row(DbIOFEvClamp::Create(), "DbIOFEvClamp", 0x5138, 4, {0x5130}, 0x5137, &T::GetIOFEVCLAMPMask(),
           {&T::GetIOFEVENTBASEMask()}, {&T::GetIOFEVDWELLMask()}),
+      Row(DbIOFNciTransSubProgOp::Create(), "DbIOFNciTransSubProgOp", 0x5300, 5, {0x5110, 0x5121}, 0x5122,
+          &T::GetIOFNCITRANSSUBPROGOPMask(), {&T::GetIOFNCIOPERATIONMask()}, {&T::GetIOFNCISUBOPMask()}),
+      // The approach and the retract share a layout class that is no record level.
+      Row(DbIOFApproach::Create(), "DbIOFApproach", 0x5123, 3, {}, 0x5124, &T::GetIOFAPPROACHMask(),
+          {&T::GetIOFBASEMask()}, {&T::GetIOFRETRACTMask()}),
+      Row(DbIOFRetract::Create(), "DbIOFRetract", 0x5124, 3, {}, 0x5123, &T::GetIOFRETRACTMask(),
+          {&T::GetIOFBASEMask()}, {&T::GetIOFAPPROACHMask()}),
       Row(DbIOFMotionBlock::Create(), "DbIOFMotionBlock", 0x5140, 3, {}, 0x5141, &T::GetIOFMOTIONBLOCKMask(),
           {&T::GetIOFBASEMask()}, {&T::GetIOFNCIBASEMOVEMask(), &T::GetIOFNCIBASEMask()}),
       Row(DbIOFArcMotionBlock::Create(), "DbIOFArcMotionBlock", 0x5141, 4, {0x5140}, 0x5142,
@@ -163,6 +173,8 @@ TEST(RecordClasses, RecordsOfUnrelatedClassesAreIncompatible) {
       {DbIOFArcMotionBlock::Create(), DbIOFMotionBlock::Create()},
       {DbIOFDrillMotionBlock::Create(), DbIOFArcMotionBlock::Create()},
       {DbIOFMultiAxMotionBlock::Create(), DbIOFMotionBlock::Create()},
+      {DbIOFNciOperation::Create(), DbIOFList::Create(DbIOFList::kOperation)},
+      {DbIOFApproach::Create(), DbIOFRetract::Create()},
   };
   for (const auto& [a, b] : pairs) {
     CString report(L"earlier\n");

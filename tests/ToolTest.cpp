@@ -111,6 +111,12 @@ TEST(Tool, DumpWalksTheDocumentInProgramOrder) {
   EXPECT_EQ(first.rfind("#1 DbIOFDocument: IOF Document Object fname: flange.mcam", 0), 0u) << first;
   EXPECT_NE(r.out.find("\n  #2 DbIOFStream: IOF Stream Object: id=1, Name = Main spindle"), std::string::npos);
   EXPECT_NE(r.out.find("DbIOFNciManualEntry: G1005 CHECK INSERT WEAR - OutAs: Comment"), std::string::npos);
+  // Each operation: its header, its sub-operation with the approach, and its retract.
+  for (const char* text :
+       {"\n    #4 DbIOFNciOperation: OpNumber: 1, Type: Lathe Rough;", "\n      #8 DbIOFNciSubOp: IOF",
+        "\n        #9 DbIOFApproach: IOF", "\n      #32 DbIOFRetract: IOF Retract Object: Name: Retract"}) {
+    EXPECT_NE(r.out.find(text), std::string::npos) << text;
+  }
   // A motion sub-list is indented under its record, its block under the list.
   const auto lines = Lines(r.out);
   const auto arc = std::find_if(lines.begin(), lines.end(),

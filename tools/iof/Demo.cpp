@@ -2,9 +2,11 @@
 //
 // A mill-turn part: the main spindle faces and contours the part, then a live tool
 // mills a five-axis swarf pass; the sub spindle takes the part over and drills it. The
-// two streams meet at a sync point.
+// two streams meet at a sync point. Each operation holds its tool change and plane, a
+// sub-operation (its approach, then a motion list with the cut) and its retract.
 #include "Commands.h"
 
+#include <iof/DbIOFApproach.h>
 #include <iof/DbIOFArcMotionBlock.h>
 #include <iof/DbIOFDocument.h>
 #include <iof/DbIOFDrillMotionBlock.h>
@@ -22,9 +24,12 @@
 #include <iof/DbIOFNciLinear.h>
 #include <iof/DbIOFNciManualEntry.h>
 #include <iof/DbIOFNciMultiAx.h>
+#include <iof/DbIOFNciOperation.h>
 #include <iof/DbIOFNciPlane.h>
+#include <iof/DbIOFNciSubOp.h>
 #include <iof/DbIOFNciToolChange.h>
 #include <iof/DbIOFNciToolPlaneChange.h>
+#include <iof/DbIOFRetract.h>
 #include <iof/DbIOFStream.h>
 #include <quarp/DbMgr.h>
 
@@ -44,6 +49,29 @@ using IOF::GmVector3D;
 using IOF::GmXformMat3D;
 using Quarp::DbId;
 
+// What a producer writes into an operation's header.
+struct OpHeader {
+  int number;                  // the machine-operation number
+  IOF::IofToolPathTypes type;  // the tool path that produced it
+  const wchar_t* typeTitle;    // the tool path's title
+  const wchar_t* comment;
+  IOF::IofOpTypes opType;
+  int spindle = 1;  // the spindle (1 main, 2 sub) and turret in use
+  int turret = 1;
+  bool millSpindle = false;       // a live tool turns, not the part
+  double maxSpindleSpeed = 3000;  // rpm
+};
+
+// The cutting conditions of a sub-operation and how its approach comes in.
+struct Cut {
+  double feed;  // mm/min
+  double rpm;
+  IOF::GmPoint3D approachTo;
+  int approachType = IOF::DbIOFApproach::kPrecededByPhysicalTC;
+  IOF::DbIOFNciSubOp::ToolOrientType orientation = IOF::DbIOFNciSubOp::ToolOrientType::FACE;
+  IOF::IofArcPlaneType plane = IOF::IofArcPlaneType::XY;
+};
+
 // Builds the job and counts what it made, so that the summary says exactly what the
 // file holds.
 class Producer {
@@ -59,48 +87,107 @@ class Producer {
     return id;
   }
 
-  // An operation: a list of kind "Operation IofList" pushed onto the stream.
-  Quarp::DbPtr<IOF::DbIOFList> Operation(IOF::DbIOFStream& stream, const wchar_t* name) {
-    auto op = IOF::DbIOFList::Create(IOF::DbIOFList::kOperation);
+  // An operation of class O with its header, pushed onto the stream. Its tool change,
+  // plane, sub-operations and retract follow as its items.
+  template <class O = IOF::DbIOFNciOperation>
+  Quarp::DbPtr<O> Operation(IOF::DbIOFStream& stream, const wchar_t* name, const OpHeader& header) {
+    auto op = O::Create();
     op->SetIOFName(CString(name));
+    op->SetMcOpNumber(header.number);
+    op->SetMcOpId(header.number);
+    op->SetToolPathType(header.type);
+    op->SetToolpathTypeTitle(CString(header.typeTitle));
+    op->SetMcComment(CString(header.comment));
+    op->SetOpType(header.opType);
+    op->SetStreamId(stream.GetStreamId());
+    op->SetActiveSpindle(header.spindle);
+    op->SetActiveTurret(header.turret);
+    op->SetSpindleModeMill(header.millSpindle);
+    op->SetMaxSpindleSpeed(header.maxSpindleSpeed);
+    op->SetToolPathGroupName(CString(L"Machine Group-1"));
     stream.PushBack(Add(op));
     m_opId = static_cast<int>(op.GetId().Value());
     return op;
   }
 
-  // A tool change through the stream's de-duplicating adder, placed in the operation.
-  void ToolChange(IOF::DbIOFStream& stream, IOF::DbIOFList& op, Quarp::DbPtr<IOF::DbIOFNciToolChange> tool) {
+  // A tool change through the stream's de-duplicating adder, placed in the operation,
+  // which notes the tool change before it and its own; a new tool takes 4.5 s.
+  void ToolChange(IOF::DbIOFStream& stream, IOF::DbIOFNciOperation& op, Quarp::DbPtr<IOF::DbIOFNciToolChange> tool) {
     bool added = false;
     tool->SetOperationId(m_opId);
-    const DbId id = stream.AddToolChange(tool, added, true, true);
+    op.SetPrevToolChg(stream.GetLastToolChgId());
+    m_toolId = stream.AddToolChange(tool, added, true, true);
     if (added) ++made["DbIOFNciToolChange"];
-    op.PushBack(id);
+    op.SetNextToolChg(m_toolId);
+    op.SetToolChangeTime(m_toolId != op.GetPrevToolChg() ? 4.5 : 0.0);
+    op.PushBack(m_toolId);
   }
 
   // A plane through the stream's adder, and the tool-plane change that selects it.
   void Plane(IOF::DbIOFStream& stream, IOF::DbIOFList& op, const GmXformMat3D& m, int workOffset,
              const wchar_t* comment) {
     const std::size_t before = stream.GetToolPlaneList().GetSize();
-    const DbId planeId = stream.AddPlane(m, workOffset, false, 1e-6);
+    m_planeId = stream.AddPlane(m, workOffset, false, 1e-6);
     if (static_cast<std::size_t>(stream.GetToolPlaneList().GetSize()) > before) {
       // A new plane also stands where it first takes effect.
       ++made["DbIOFNciPlane"];
       Quarp::DbPtr<IOF::DbIOFNciPlane> plane;
-      if (mgr.Get(plane, planeId, 0)) {
+      if (mgr.Get(plane, m_planeId, 0)) {
         plane->SetComment(CString(comment));
         plane->SetPlaneId(workOffset);
         plane->SetOperationId(m_opId);
       }
-      op.PushBack(planeId);
+      op.PushBack(m_planeId);
     }
     auto change = IOF::DbIOFNciToolPlaneChange::Create();
-    change->SetPlaneDbId(planeId);
+    change->SetPlaneDbId(m_planeId);
     change->SetOperationId(m_opId);
     op.PushBack(Add(change));
   }
 
+  // A sub-operation of `op` under the tool and plane in force, holding its approach and
+  // a motion list; returns the motion list, where the cut's moves and events go.
+  IOF::DbIOFList& SubOp(IOF::DbIOFNciOperation& op, const Cut& cut) {
+    auto sub = IOF::DbIOFNciSubOp::Create();
+    sub->SetOpId(op.GetId());
+    sub->SetToolChangeId(m_toolId);
+    sub->SetToolPlaneId(m_planeId);
+    sub->SetFeedRate(cut.feed);
+    sub->SetSpindleSpeed(cut.rpm);
+    sub->SetApproachRpm(cut.rpm);
+    sub->SetToolOrientationType(cut.orientation);
+    sub->SetNCPlane(cut.plane);
+    sub->SetNCPlaneCoordConv(cut.plane);
+    Quarp::DbPtr<IOF::DbIOFNciToolChange> tool;
+    if (mgr.Get(tool, m_toolId, 0)) {
+      sub->SetDiameterOffsetNum(tool->GetDiaOffsetNum());
+      sub->SetLengthOffsetNum(tool->GetLengthOffsetNum());
+    }
+    op.PushBack(Add(sub));
+    auto approach = IOF::DbIOFApproach::Create();
+    approach->SetIOFName(CString(L"Approach"));
+    approach->SetApproachType(cut.approachType);
+    approach->SetEndPoint(cut.approachTo);
+    approach->GetAttributes().AddAttribute(CString(L"T_APPROACH_STRATEGY"), L"Rapid to clearance");
+    sub->PushBack(Add(approach));
+    auto motion = IOF::DbIOFList::Create(IOF::DbIOFList::kMotionBlock);
+    motion->SetIOFName(CString(L"Cut"));
+    sub->PushBack(Add(motion));
+    return *motion;  // the manager holds it
+  }
+
+  // The operation's retract, among its own items after the cut.
+  void Retract(IOF::DbIOFNciOperation& op, int type) {
+    auto retract = IOF::DbIOFRetract::Create();
+    retract->SetIOFName(CString(L"Retract"));
+    retract->SetRetractType(type);
+    retract->SetEndPoint(m_at);
+    retract->GetAttributes().AddAttribute(CString(L"T_RETRACT_STRATEGY"), L"Rapid to home");
+    op.PushBack(Add(retract));
+  }
+
   // A linear move from the last position; `feed` in mm/min (rapids at 10 m/min).
-  DbId Linear(IOF::DbIOFList& op, const GmPoint3D& to, double feed, bool rapid,
+  DbId Linear(IOF::DbIOFList& into, const GmPoint3D& to, double feed, bool rapid,
               IOF::ContourPositionState where = IOF::ContourPositionState::Contour) {
     auto line = IOF::DbIOFNciLinear::Create();
     line->SetGCode(rapid ? 0 : 1);
@@ -112,7 +199,7 @@ class Producer {
     line->SetTime(m_at.Distance(to) / (rapid ? 10000.0 : feed) * 60.0);
     m_at = to;
     const DbId id = Add(line);
-    op.PushBack(id);
+    into.PushBack(id);
     return id;
   }
 
@@ -127,6 +214,8 @@ class Producer {
 
   GmPoint3D m_at;
   int m_opId = -1;
+  DbId m_toolId;
+  DbId m_planeId;
 };
 
 IOF::UtIofMovePoint MovePoint(double x, double y, double z) {
@@ -158,19 +247,23 @@ Quarp::DbPtr<IOF::DbIOFNciToolChange> Tool(int number, const wchar_t* name, doub
 
 void MainSpindle(Producer& p, IOF::DbIOFStream& stream) {
   // Face and contour with a turning tool.
-  auto op = p.Operation(stream, L"Face and contour");
+  auto op = p.Operation(
+      stream, L"Face and contour",
+      {1, IOF::IofToolPathTypes::TP_TURN_ROUGH, L"Lathe Rough", L"FACE AND ROUGH THE OD", IOF::IofOpTypes::Lathe});
   p.ToolChange(stream, *op, Tool(1, L"CNMG 120408 rough", 0.8, false, 2, 1));
   p.Plane(stream, *op, GmXformMat3D::RotY(std::numbers::pi / 2), 54, L"Lathe plane, main spindle");
+  IOF::DbIOFList& cut = p.SubOp(*op, {300, 1800, GmPoint3D(42, 0, 2), IOF::DbIOFApproach::kPrecededByPhysicalTC,
+                                      IOF::DbIOFNciSubOp::ToolOrientType::FACE, IOF::IofArcPlaneType::XZ});
   auto comp = IOF::DbIOFEvComp::Create();
   comp->SetCompensationType(3);  // G42
-  op->PushBack(p.Add(comp));
-  p.Linear(*op, GmPoint3D(42, 0, 2), 0, true, IOF::ContourPositionState::Before);
-  p.Linear(*op, GmPoint3D(-1.6, 0, 0), 250, false, IOF::ContourPositionState::LeadIn);
-  p.Linear(*op, GmPoint3D(-1.6, 0, 1), 250, false, IOF::ContourPositionState::LeadOut);
+  cut.PushBack(p.Add(comp));
+  p.Linear(cut, GmPoint3D(42, 0, 2), 0, true, IOF::ContourPositionState::Before);
+  p.Linear(cut, GmPoint3D(-1.6, 0, 0), 250, false, IOF::ContourPositionState::LeadIn);
+  p.Linear(cut, GmPoint3D(-1.6, 0, 1), 250, false, IOF::ContourPositionState::LeadOut);
   for (int pass = 0; pass < 6; ++pass) {
     const double x = 40.0 - 3.0 * pass;
-    p.Linear(*op, GmPoint3D(x, 0, 1), 0, true, IOF::ContourPositionState::Transition);
-    p.Linear(*op, GmPoint3D(x, 0, -35), 300, false);
+    p.Linear(cut, GmPoint3D(x, 0, 1), 0, true, IOF::ContourPositionState::Transition);
+    p.Linear(cut, GmPoint3D(x, 0, -35), 300, false);
   }
   // A shoulder radius, with the block as the NC output sees it.
   auto arc = IOF::DbIOFNciArc::Create();
@@ -185,8 +278,7 @@ void MainSpindle(Producer& p, IOF::DbIOFStream& stream) {
   arc->SetEndAngle(270);
   arc->SetFeedRate(150);
   arc->SetTime(0.9);
-  const DbId arcId = p.Add(arc);
-  op->PushBack(arcId);
+  cut.PushBack(p.Add(arc));
   auto arcBlock = IOF::DbIOFArcMotionBlock::Create();
   arcBlock->SetEndPt(MovePoint(26, 0, -39));
   arcBlock->SetStartPt(MovePoint(22, 0, -35));
@@ -195,22 +287,27 @@ void MainSpindle(Producer& p, IOF::DbIOFStream& stream) {
   p.SubList(*arc, IOF::DbIOFList::kMotionSubList, arcBlock);
   auto off = IOF::DbIOFEvComp::Create();
   off->SetCompensationType(1);  // G40
-  op->PushBack(p.Add(off));
+  cut.PushBack(p.Add(off));
   auto note = IOF::DbIOFNciManualEntry::Create();
   note->SetComment(CString(L"CHECK INSERT WEAR"));
   op->PushBack(p.Add(note));
+  p.Retract(*op, IOF::DbIOFRetract::kFollowedByPhysicalTC);
 
   // Five-axis swarf milling with a live tool in the B axis.
-  auto swarf = p.Operation(stream, L"Swarf mill, live tool");
+  auto swarf = p.Operation(stream, L"Swarf mill, live tool",
+                           {2, IOF::IofToolPathTypes::TP_CONTOUR_5AXIS, L"Multiaxis Swarf", L"SWARF THE FLANK",
+                            IOF::IofOpTypes::Mill, 1, 1, true, 8000});
+  swarf->SetMillOpSubType(IOF::IofMillOpSubTypes::MILL_PLANE_ROTATION);
   p.ToolChange(stream, *swarf, Tool(7, L"Flat end mill 10 mm", 10.0, true, 2, 2));
   GmXformMat3D tilted = GmXformMat3D::Translate(0, 0, 10);
   tilted.RotYThis(std::numbers::pi / 6);
   p.Plane(stream, *swarf, tilted, 54, L"B30");
+  IOF::DbIOFList& flank = p.SubOp(*swarf, {800, 2400, GmPoint3D(30, 0, 5)});
   auto code = IOF::DbIOFNciGeneric::Create();
   code->SetGCode(1016);
   const unsigned char block[] = {0x4D, 0x32, 0x33, 0x00, 0x01};
   code->SetGenericBlock(sizeof block, block);
-  swarf->PushBack(p.Add(code));
+  flank.PushBack(p.Add(code));
   for (int i = 0; i <= 8; ++i) {
     const double a = i * std::numbers::pi / 16;
     auto move = IOF::DbIOFNciMultiAx::Create();
@@ -219,8 +316,7 @@ void MainSpindle(Producer& p, IOF::DbIOFStream& stream) {
     move->SetToolOrientVect(GmVector3D(0.5 * std::cos(a), 0.5 * std::sin(a), std::sqrt(0.75)));
     move->SetFeedRate(800);
     move->SetTime(0.45);
-    const DbId moveId = p.Add(move);
-    swarf->PushBack(moveId);
+    flank.PushBack(p.Add(move));
     auto machine = IOF::DbIOFMultiAxMotionBlock::Create();
     machine->SetEndPt(MovePoint(30 * std::cos(a), 30 * std::sin(a), 12.0));
     machine->SetInputPt(move->GetToolTipPt());
@@ -237,13 +333,14 @@ void MainSpindle(Producer& p, IOF::DbIOFStream& stream) {
   helix->SetHelicalPitch(-1.5);
   helix->SetFeedRate(600);
   helix->SetTime(1.2);
-  swarf->PushBack(p.Add(helix));
+  flank.PushBack(p.Add(helix));
 
   auto dwell = IOF::DbIOFEvDwell::Create();
   dwell->SetDwellTime(1.5);
   dwell->SetSpindleSpeed(2400);
   dwell->SetSpindleDir(3);
-  swarf->PushBack(p.Add(dwell));
+  flank.PushBack(p.Add(dwell));
+  p.Retract(*swarf, IOF::DbIOFRetract::kEOF);
   auto sync = IOF::DbIOFEvSync::Create();
   sync->SetSyncId(1);
   sync->SetComment(CString(L"Hand over to the sub spindle"));
@@ -260,18 +357,21 @@ void SubSpindle(Producer& p, IOF::DbIOFStream& stream) {
   clamp->SetTime(0.8);
   stream.PushBack(p.Add(clamp));
 
-  auto op = p.Operation(stream, L"Drill back face");
+  auto op = p.Operation(stream, L"Drill back face",
+                        {3, IOF::IofToolPathTypes::TP_DRILL_FACEPLANAR, L"Drill", L"DRILL 4X 6.8 ON 24 BC",
+                         IOF::IofOpTypes::Drill, 2, 2});
   p.ToolChange(stream, *op, Tool(12, L"Drill 6.8", 6.8, false, 3, 2));
   p.Plane(stream, *op, GmXformMat3D::RotX(std::numbers::pi), 55, L"Back face, sub spindle");
+  IOF::DbIOFList& cut = p.SubOp(*op, {240, 2000, GmPoint3D(12, 0, 2)});
   auto units = IOF::DbIOFEvChangeFeedUnitType::Create();
   units->SetUnitType(0);  // feed per minute from here on
-  op->PushBack(p.Add(units));
+  cut.PushBack(p.Add(units));
   const double holes[4][2] = {{12, 0}, {0, 12}, {-12, 0}, {0, -12}};  // a bolt circle of four
   for (const auto& hole : holes) {
     const GmPoint3D top(hole[0], hole[1], 2);
-    p.Linear(*op, top, 0, true, IOF::ContourPositionState::Before);
-    const DbId feedId = p.Linear(*op, GmPoint3D(top.x, top.y, -18), 240, false);  // 0.12 mm/rev at 2000 rpm
-    p.Linear(*op, top, 0, true, IOF::ContourPositionState::After);
+    p.Linear(cut, top, 0, true, IOF::ContourPositionState::Before);
+    const DbId feedId = p.Linear(cut, GmPoint3D(top.x, top.y, -18), 240, false);  // 0.12 mm/rev at 2000 rpm
+    p.Linear(cut, top, 0, true, IOF::ContourPositionState::After);
     Quarp::DbPtr<IOF::DbIOFNciLinear> feed;
     if (p.mgr.Get(feed, feedId, 0)) {
       auto drill = IOF::DbIOFDrillMotionBlock::Create();
@@ -282,7 +382,8 @@ void SubSpindle(Producer& p, IOF::DbIOFStream& stream) {
   }
   auto plain = IOF::DbIOFMotionBlock::Create();
   plain->SetEndPt(MovePoint(0, 0, 50));
-  op->PushBack(p.Add(plain));
+  cut.PushBack(p.Add(plain));
+  p.Retract(*op, IOF::DbIOFRetract::kEOF);
   auto release = IOF::DbIOFEvClamp::Create();
   release->SetTime(0.5);
   stream.PushBack(p.Add(release));
@@ -322,8 +423,10 @@ int RunDemo(const std::string& outFile, std::ostream& out) {
                      count("DbIOFEvChangeFeedUnitType");
   out << "wrote " << outFile << "\n";
   out << "A mill-turn flange in " << p.mgr.GetCount() << " records: a document with two streams, the main spindle ("
-      << main->Size() << " items) and the sub spindle (" << sub->Size() << " items), " << count("DbIOFList")
-      << " lists (operations and motion sub-lists), " << count("DbIOFNciToolChange") << " tool changes, "
+      << main->Size() << " items) and the sub spindle (" << sub->Size() << " items), " << count("DbIOFNciOperation")
+      << " operations with " << count("DbIOFNciSubOp") << " sub-operations, " << count("DbIOFApproach")
+      << " approaches and " << count("DbIOFRetract") << " retracts, " << count("DbIOFList")
+      << " lists (motion lists and motion sub-lists), " << count("DbIOFNciToolChange") << " tool changes, "
       << count("DbIOFNciPlane") << " planes with work offsets 54 and 55, " << moves << " moves ("
       << count("DbIOFNciLinear") << " linear, " << count("DbIOFNciArc") << " arc, " << count("DbIOFNciArc3D")
       << " 3-D arc, " << count("DbIOFNciMultiAx") << " multi-axis), " << blocks << " motion blocks, "

@@ -19,25 +19,39 @@
 #include <map>
 #include <new>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace IOF::Detail {
 
 // --- one field, four ways -------------------------------------------------------------
 
-// Containers of the field lists: a sequence (std::vector) or an ordered map (std::map)
-// is a 32-bit count, then each element (a map entry: its key, then its value). A count
-// below 1 loads as empty; a count larger than the bytes that remain could hold is
-// refused before anything is allocated. Structures inside them store and load through
-// their own Serialize (without a version) and list themselves through VisitFields.
+// Containers of the field lists: a sequence (std::vector) or an ordered map (std::map,
+// or a class derived from one) is a 32-bit count, then each element (a map entry: its
+// key, then its value). A count below 1 loads as empty; a count larger than the bytes
+// that remain could hold is refused before anything is allocated; a map key stored twice
+// keeps the later value. Structures inside them store and load through their own
+// Serialize (without a version) and list themselves through VisitFields. A type with a
+// Serialize of its own (a container included) is archived by it.
 template <class T>
 struct IsSequence : std::false_type {};
 template <class T, class A>
 struct IsSequence<std::vector<T, A>> : std::true_type {};
 template <class T>
-struct IsMap : std::false_type {};
-template <class K, class V, class C, class A>
-struct IsMap<std::map<K, V, C, A>> : std::true_type {};
+concept DerivedFromMap = requires {
+  typename T::key_type;
+  typename T::mapped_type;
+  typename T::key_compare;
+  typename T::allocator_type;
+}
+&&std::is_base_of_v<
+    std::map<typename T::key_type, typename T::mapped_type, typename T::key_compare, typename T::allocator_type>, T>;
+template <class T>
+struct IsMap : std::bool_constant<DerivedFromMap<T>> {};
+template <class T>
+concept HasOwnSerialize = requires(T& t, Quarp::UtArchive& ar) {
+  t.Serialize(ar);
+};
 
 // The fewest bytes one stored element can take, for the count check.
 template <class T>
@@ -67,7 +81,9 @@ inline std::size_t LoadCount(Quarp::UtArchive& ar, std::size_t minBytesEach) {
 
 template <class T>
 void StoreValue(Quarp::UtArchive& ar, const T& v) {
-  if constexpr (IsSequence<T>::value || IsMap<T>::value) {
+  if constexpr (HasOwnSerialize<T>) {
+    const_cast<T&>(v).Serialize(ar);  // storing does not change the value
+  } else if constexpr (IsSequence<T>::value || IsMap<T>::value) {
     ar << static_cast<std::int32_t>(v.size());
     for (const auto& e : v) {
       if constexpr (IsMap<T>::value) {
@@ -77,8 +93,6 @@ void StoreValue(Quarp::UtArchive& ar, const T& v) {
         StoreValue(ar, e);
       }
     }
-  } else if constexpr (requires(T & t) { t.Serialize(ar); }) {
-    const_cast<T&>(v).Serialize(ar);  // storing does not change the value
   } else {
     ar << v;
   }
@@ -86,7 +100,9 @@ void StoreValue(Quarp::UtArchive& ar, const T& v) {
 
 template <class T>
 void LoadValue(Quarp::UtArchive& ar, T& v) {
-  if constexpr (IsSequence<T>::value) {
+  if constexpr (HasOwnSerialize<T>) {
+    v.Serialize(ar);
+  } else if constexpr (IsSequence<T>::value) {
     using E = typename T::value_type;
     const std::size_t count = LoadCount(ar, MinStoredBytes<E>());
     v.clear();
@@ -99,11 +115,14 @@ void LoadValue(Quarp::UtArchive& ar, T& v) {
     v.clear();
     for (std::size_t i = 0; i < count; ++i) {
       K key{};
+      V value{};
       LoadValue(ar, key);
-      LoadValue(ar, v[key]);  // a key stored twice keeps the later value
+      LoadValue(ar, value);
+      // A key stored twice keeps the later value, also for values (attribute maps) whose
+      // load adds to what they hold.
+      v.erase(key);
+      v.emplace(std::move(key), std::move(value));
     }
-  } else if constexpr (requires { v.Serialize(ar); }) {
-    v.Serialize(ar);
   } else {
     ar >> v;
   }
