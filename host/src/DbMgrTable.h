@@ -5,6 +5,8 @@
 // keeps (id, record) pairs sorted by id and looks ids up by binary search.
 #pragma once
 
+#include "RecordArena.h"
+
 #include <quarp/DbBase.h>
 
 #include <algorithm>
@@ -23,12 +25,15 @@ class RecordTable {
     if (m_dense) m_slots.push_back(nullptr);  // id 0 is the null id
   }
 
-  // Prepares for `count` records with ids below `nextId`.
+  // Prepares for `count` records with ids below `nextId`, with the memory faulted in at
+  // once.
   void Reserve(std::uint64_t nextId, std::uint64_t count) {
     if (m_dense) {
       m_slots.reserve(static_cast<std::size_t>(nextId));
+      PopulatePages(m_slots.data(), m_slots.capacity() * sizeof(DbBase*));
     } else {
       m_pairs.reserve(static_cast<std::size_t>(count));
+      PopulatePages(m_pairs.data(), m_pairs.capacity() * sizeof(Pair));
     }
   }
 

@@ -1,6 +1,8 @@
 #include "RecordArena.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstdlib>
 #include <new>
 
 #include <sys/mman.h>
@@ -78,6 +80,31 @@ void* RecordArena::Allocate(std::size_t size) noexcept {
   m_live.fetch_add(1, std::memory_order_relaxed);
   m_last = p;
   return p;
+}
+
+namespace {
+constexpr std::size_t kPage = 4096;
+constexpr std::size_t kMapped = 64 * kPage;  // from here on, mapped
+}  // namespace
+
+void* MapPages(std::size_t size) noexcept {
+  if (size < kMapped) return std::malloc(size > 0 ? size : 1);
+  void* p = ::mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_POPULATE, -1, 0);
+  return p == MAP_FAILED ? nullptr : p;
+}
+
+void UnmapPages(void* p, std::size_t size) noexcept {
+  if (size < kMapped) {
+    std::free(p);
+  } else if (p) {
+    ::munmap(p, size);
+  }
+}
+
+void PopulatePages(void* p, std::size_t size) noexcept {
+  const auto begin = (reinterpret_cast<std::uintptr_t>(p) + kPage - 1) & ~(kPage - 1);
+  const auto end = (reinterpret_cast<std::uintptr_t>(p) + size) & ~(kPage - 1);
+  if (end > begin) ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_POPULATE_WRITE);
 }
 
 }  // namespace Quarp::Detail

@@ -69,4 +69,13 @@ class RecordArena {
   static thread_local RecordArena* t_current __attribute__((tls_model("initial-exec")));
 };
 
+// Memory for a load's own buffers and tables: a small block from the allocator, a large
+// one mapped fresh and populated at once (one call instead of a trap every 4 KB page,
+// which costs far more where page faults are expensive); null when none is left.
+// Release it with UnmapPages and the same size.
+void* MapPages(std::size_t size) noexcept;
+void UnmapPages(void* p, std::size_t size) noexcept;
+// Faults in the whole pages inside [p, p + size) at once.
+void PopulatePages(void* p, std::size_t size) noexcept;
+
 }  // namespace Quarp::Detail
