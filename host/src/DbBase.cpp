@@ -66,6 +66,13 @@ void DbBase::operator delete(void* p) noexcept {
 
 void DbBase::operator delete(void* p, const std::nothrow_t&) noexcept { DbBase::operator delete(p); }
 
+void* DbBase::AllocateLoadBlock(std::size_t size) noexcept {
+  Detail::RecordArena* arena = Detail::RecordArena::Current();
+  return arena ? arena->Allocate(size) : nullptr;
+}
+
+void DbBase::ReleaseLoadBlock(void* block) noexcept { Detail::RecordArena::Of(block)->Release(); }
+
 // --- pointers ----------------------------------------------------------------------
 
 void DbRootPtr::Share(DbBase* ent) noexcept {

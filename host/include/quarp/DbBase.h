@@ -67,6 +67,12 @@ class DbBase : public UtObject {
   static void operator delete(void* p) noexcept;
   static void operator delete(void* p, const std::nothrow_t&) noexcept;
 
+  // Memory for what a record keeps beside it (a list's items), while DbMgr::Read builds
+  // records: a block of the load's arena, faulted in with the records; null outside a
+  // load (and in the sanitizer build). The block keeps the arena until ReleaseLoadBlock.
+  static void* AllocateLoadBlock(std::size_t size) noexcept;
+  static void ReleaseLoadBlock(void* block) noexcept;
+
  protected:
   DbBase() noexcept = default;
   // Identity is not copied: a copy belongs to no manager until it is added.
