@@ -496,3 +496,39 @@ TEST(DbFile, AFileFailingDeepInsideLeavesTheManagerAsItWas) {
 }
 
 }  // namespace
+
+namespace {
+
+// A record does not keep its manager: one allocated on its own has it beside it, a
+// loaded one from its load's arena, or (added later to another manager) from what the
+// arena keeps aside.
+TEST(DbFile, ALoadedRecordKnowsEachManagerItIsAddedTo) {
+  Quarp::DbMgr source;
+  for (int i = 0; i < 3; ++i) {
+    auto rec = TestRecord::Create(i);
+    source.Add(rec);
+  }
+  Bytes file;
+  ASSERT_EQ(source.WriteToMemory(file), Quarp::DbErr::Ok);
+  Quarp::DbMgr loaded;
+  ASSERT_EQ(loaded.ReadFromMemory(file), Quarp::DbErr::Ok);
+  Quarp::DbPtr<TestRecord> p;
+  ASSERT_TRUE(loaded.Get(p, Quarp::DbId(2), 0));
+  EXPECT_EQ(p->GetDbMgr(), &loaded);
+
+  ASSERT_TRUE(loaded.Remove(Quarp::DbId(2)));
+  EXPECT_EQ(p->GetDbMgr(), nullptr);
+  Quarp::DbMgr other;
+  EXPECT_EQ(other.Add(p), Quarp::DbId(1));
+  EXPECT_EQ(p->GetDbMgr(), &other);
+  auto fresh = TestRecord::Create(9);
+  other.Add(fresh);
+  EXPECT_EQ(fresh->GetDbMgr(), &other);
+  ASSERT_TRUE(other.Remove(Quarp::DbId(1)));
+  EXPECT_EQ(p->GetDbMgr(), nullptr);
+  EXPECT_EQ(loaded.Add(p), Quarp::DbId(4));
+  EXPECT_EQ(p->GetDbMgr(), &loaded);
+  EXPECT_EQ(p->m_Value, 1);
+}
+
+}  // namespace

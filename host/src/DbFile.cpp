@@ -347,14 +347,14 @@ DbErr DbMgr::Load(Detail::LoadInput& in, bool readOnly) {
   // The records built below come from one arena (see RecordArena.h), from the moment
   // the guard begins; it ends that on every way out of this function.
   struct ArenaGuard {
-    Detail::RecordArena* arena = new Detail::RecordArena();
+    Detail::RecordArena* arena;
     void Begin() { Detail::RecordArena::SetCurrent(arena); }
     void End() { Detail::RecordArena::SetCurrent(nullptr); }
     ~ArenaGuard() {
       End();
       arena->Release();
     }
-  } arenaGuard;
+  } arenaGuard{new Detail::RecordArena(this)};
   std::unique_ptr<Table> table;
   std::size_t loaded = 0;
   // Records built so far belong to `table` until it is committed; on failure they go.
@@ -497,7 +497,7 @@ DbErr DbMgr::Load(Detail::LoadInput& in, bool readOnly) {
       if (!in.Ensure(static_cast<std::size_t>(length))) throw InputEnded{};
       auto* ent = static_cast<DbBase*>(classes[cls]->factory());
       if (arenaGuard.arena->IsLast(ent)) ent->m_refs |= DbBase::kFromArena;
-      ent->m_mgr = this;
+      ent->SetOwner(this);
       ent->m_id = static_cast<std::uint32_t>(currentId);
       table->Append(static_cast<std::uint32_t>(currentId), ent);
       payload.Reset(std::span<const std::uint8_t>(in.Data(), static_cast<std::size_t>(length)));

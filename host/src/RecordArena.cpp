@@ -23,6 +23,22 @@ bool RecordArena::Contains(const void* p) const noexcept {
   });
 }
 
+DbMgr* RecordArena::ForeignOwner(const void* record) const noexcept {
+  const std::lock_guard<std::mutex> lock(m_foreignLock);
+  const auto it = m_foreign.find(record);
+  return it != m_foreign.end() ? it->second : nullptr;
+}
+
+void RecordArena::SetForeignOwner(const void* record, DbMgr* mgr) {
+  const std::lock_guard<std::mutex> lock(m_foreignLock);
+  m_foreign[record] = mgr;
+}
+
+void RecordArena::ForgetForeign(const void* record) noexcept {
+  const std::lock_guard<std::mutex> lock(m_foreignLock);
+  m_foreign.erase(record);
+}
+
 bool RecordArena::NextChunk() noexcept {
   char* chunk = m_chunkEnd;
   if (!chunk || chunk >= m_regionEnd) {
