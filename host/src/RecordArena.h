@@ -89,11 +89,12 @@ class RecordArena {
   static thread_local RecordArena* t_current __attribute__((tls_model("initial-exec")));
 };
 
-// Memory for a load's own buffers and tables: a small block from the allocator, a large
-// one mapped fresh and populated at once (one call instead of a trap every 4 KB page,
-// which costs far more where page faults are expensive); null when none is left.
-// Release it with UnmapPages and the same size.
-void* MapPages(std::size_t size) noexcept;
+// Memory for buffers and tables: a small block from the allocator, a large one mapped
+// fresh (on large pages from 2 MB up, where the system gives them), faulted in at once
+// when `populate` says so: one call instead of a trap every 4 KB page, which costs far
+// more where page faults are expensive. Null when none is left. Release it with
+// UnmapPages and the same size.
+void* MapPages(std::size_t size, bool populate = true) noexcept;
 void UnmapPages(void* p, std::size_t size) noexcept;
 // Faults in the whole pages inside [p, p + size) at once.
 void PopulatePages(void* p, std::size_t size) noexcept;
