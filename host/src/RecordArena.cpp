@@ -42,7 +42,7 @@ void RecordArena::ForgetForeign(const void* record) noexcept {
 namespace {
 
 constexpr std::size_t kPage = 4096;
-constexpr std::size_t kMapped = 64 * kPage;               // from here on, mapped
+constexpr std::size_t kMapped = 64 * kPage;              // from here on, mapped
 constexpr std::size_t kHugePage = std::size_t{2} << 20;  // the system's large page
 
 // Maps `size` bytes aligned to a large page (more is mapped, both ends trimmed) and asks
