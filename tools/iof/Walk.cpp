@@ -20,37 +20,6 @@ namespace {
 
 constexpr int kMaxDepth = 64;  // sub-lists walked by iterators of their own, nested
 
-// The library's iterator over every type and every sub-list kind. Its errors end the
-// move as the library's do, without the message box: the walk reports them as warnings
-// and goes on.
-class ToolIterator : public IOF::StreamIteratorBase {
- public:
-  enum class Error { None, NotFound, TwoSubListsOfOneKind };
-
-  explicit ToolIterator(Quarp::DbCPtr<IOF::DbIOFList> list)
-      : StreamIteratorBase(std::move(list), IOF::DbIOFTypeMgr::GetIOFBASEMask(), -1) {}
-
-  void ErrorDatabaseEntityNotFoundByIterator() override {
-    m_Error = Error::NotFound;
-    AfxThrowUserException();
-  }
-  void ErrorMultiSubListSpecified() override {
-    m_Error = Error::TwoSubListsOfOneKind;
-    AfxThrowUserException();
-  }
-
-  // Past the item whose id does not resolve.
-  Quarp::DbId Skip() {
-    SkipCurrentItem(false);
-    return *this;
-  }
-  Error TakeError() noexcept { return std::exchange(m_Error, Error::None); }
-  using StreamIteratorBase::GetSubListStack;
-
- private:
-  Error m_Error = Error::None;
-};
-
 // A stack entry the walk has shown, with its record and the depth of its line.
 struct Shown {
   const IOF::DbIOFList::Item* item;
