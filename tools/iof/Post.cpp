@@ -47,7 +47,8 @@
 // - Drill cycles: the drill record around the points, else the operation's
 //   m_CannedProgId. Cycle type 0 G81, 1 G82 (P the point's dwell), 2 G83 and 3 G73 (Q the
 //   first peck, else the full depth), 4 G84, 5 G85; G98 when the point's initial height
-//   stands above its reference height, else G99; X Y Z the point's m_EndPoint1 (the
+//   stands above its reference height, else G99 (the tool first goes over the first
+//   hole at the higher of the two); X Y Z the point's m_EndPoint1 (the
 //   bottom of the hole), R its reference height, F its feed; later points give what
 //   changed; G80 closes the cycle. Other cycle types are comments and a warning.
 // - Sub-program references: "M98 P<number>" (with G91 when incremental; a sectioned
@@ -62,7 +63,7 @@
 // - Numbers: 3 decimals (4 for inch), angles 3, trailing zeros dropped but the point
 //   kept (X42.), never "-0"; S, T, D, H, P of M98 as integers. A lathe tool without a
 //   Y axis gives no Y word while Y stays 0. Line numbers with
-//   --line-numbers, N10 in steps of 10, on the program's blocks.
+//   --line-numbers, N10 in steps of 10, on the program's blocks (not on comment lines).
 #include "Commands.h"
 #include "Program.h"
 
@@ -87,6 +88,7 @@
 #include <iof/DbIOFStream.h>
 #include <quarp/DbMgr.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -191,7 +193,8 @@ class Writer {
     if (!cycle && words.size() == 1 && words[0][0] == '(') cycle = true;  // a comment alone
     if (!cycle) CloseCycle();
     std::string line;
-    if (m_Options.lineNumbers) line = "N" + std::to_string(m_Line += 10);
+    const bool comment = words.size() == 1 && words[0][0] == '(';
+    if (m_Options.lineNumbers && !comment) line = "N" + std::to_string(m_Line += 10);
     for (const std::string& w : words) {
       if (w.empty()) continue;
       if (!line.empty()) line += ' ';
@@ -562,7 +565,13 @@ class Writer {
     Flush();
     const std::string code = kCycles[type];
     const bool start = m_Cycle != code || m_CycleDrill != m_State->drill;
-    if (start) CloseCycle();
+    if (start) {
+      // Over the first hole at the height the cycle returns to, so that the control's
+      // initial level is the point's.
+      CloseCycle();
+      Move("G0", {hole.bottom.x, hole.bottom.y, std::max(hole.init, hole.r)}, false, 0);
+      Flush();
+    }
     m_CycleDrill = m_State->drill;
     Words words;
     if (start) {
