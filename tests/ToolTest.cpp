@@ -96,10 +96,17 @@ TEST(Tool, DumpWalksTheDocumentInProgramOrder) {
   EXPECT_EQ(first.rfind("#1 DbIOFDocument: IOF Document Object fname: flange.mcam", 0), 0u) << first;
   EXPECT_NE(r.out.find("\n  #2 DbIOFStream: IOF Stream Object: id=1, Name = Main spindle"), std::string::npos);
   EXPECT_NE(r.out.find("DbIOFNciManualEntry: G1005 CHECK INSERT WEAR - OutAs: Comment"), std::string::npos);
-  // Each operation: its header, its sub-operation with the approach, and its retract.
+  // The job setup with what it holds and the machine come before the streams; each
+  // operation shows its header, its sub-operation with the approach, and its retract; a
+  // machine operation stands in an operation of its own; the drill cycle holds its points.
   for (const char* text :
-       {"\n    #4 DbIOFNciOperation: OpNumber: 1, Type: Lathe Rough;", "\n      #8 DbIOFNciSubOp: IOF",
-        "\n        #9 DbIOFApproach: IOF", "\n      #32 DbIOFRetract: IOF Retract Object: Name: Retract"}) {
+       {"\n  #4 DbIOFJobSetup: IOF Job Setup Object: Name: Flange job setup",
+        "\n    #12 DbIOFReferencePoint: RefPoint: Name: Home, main spindle",
+        "\n  #15 DbIOFMachineInfo: IOF Machine Info Object: Name: Twin-spindle mill-turn lathe",
+        "\n    #20 DbIOFNciOperation: OpNumber: 1, Type: Lathe Rough;", "\n      #24 DbIOFNciSubOp: IOF",
+        "\n        #25 DbIOFApproach: IOF", "\n      #48 DbIOFRetract: IOF Retract Object: Name: Retract",
+        "\n      #18 DbIOFNciMOpBarFeed: MiscOp Bar Feed Spindle:LH_HEAD",
+        "\n          #130 DbIOFDrill: IOF Drill Object\n            #131 DbIOFDrillPoint: IOF Cycle"}) {
     EXPECT_NE(r.out.find(text), std::string::npos) << text;
   }
   // A motion sub-list is indented under its record, its block under the list.

@@ -57,6 +57,16 @@ bool Walker::Walk(std::optional<int> stream, const Visitor& visit) {
     return !stream.has_value();
   }
   visit({doc.Get(), doc.GetId(), 0, -1});
+  if (!stream) {
+    // The job setup (with the records it holds) and the machine, as a comparison sees
+    // them: before the streams.
+    for (const Quarp::DbId id : {doc->GetJobSetupID(), doc->GetMachineInfoID()}) {
+      if (id.IsNull()) continue;
+      const IOF::DbIOFBase* record = Find(id);
+      Record(record, id, 1, -1, nullptr, visit);
+      if (const auto* list = dynamic_cast<const IOF::DbIOFList*>(record)) Items(*list, 1, -1, visit);
+    }
+  }
   if (stream) {
     const Quarp::DbId id = doc->GetStreamById(*stream);
     if (id.IsNull()) return false;

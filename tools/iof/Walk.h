@@ -1,6 +1,6 @@
-// The program-order walk the tool's commands share: the document, then each stream
-// walked with the library's stream iterator (every type, every sub-list kind), one
-// level deeper for each list entered.
+// The program-order walk the tool's commands share: the document, its job setup (with
+// the records it holds) and machine, then each stream walked with the library's stream
+// iterator (every type, every sub-list kind), one level deeper for each list entered.
 //
 // The iterator yields a record that carries a sub-list only when it does not enter one;
 // otherwise it goes straight to the sub-list's records. The walk shows such a record
@@ -70,7 +70,8 @@ class Walker {
 
   explicit Walker(const Quarp::DbMgr& mgr) : m_Mgr(mgr) {}
 
-  // Walks the first document (and only the stream numbered `stream` when given). A file
+  // Walks the first document (and only the stream numbered `stream` when given, without
+  // the job setup and machine). A file
   // without a document is walked record by record in id order. Returns false when the
   // requested stream does not exist.
   bool Walk(std::optional<int> stream, const Visitor& visit);

@@ -252,6 +252,32 @@ struct VisitField {
   void operator()(const Field::Info&, const char*, Field::Discard<T>) const {}
 };
 
+// A class that declares `static constexpr bool kChecksVersion = false;` loads a newer
+// stored version as if it were its own instead of refusing it.
+template <class C>
+constexpr bool ChecksVersion() {
+  if constexpr (requires { C::kChecksVersion; }) {
+    return C::kChecksVersion;
+  } else {
+    return true;
+  }
+}
+
+// Serialisable objects that are not records (table entries, for instance) with a field
+// list of their own, a public static `Fields`: the version exchange (a newer stored
+// version is refused), then the fields, as a record's own part.
+template <class C>
+void SerializeObject(C& self, Quarp::UtArchive& ar, unsigned current, const char* className) {
+  const unsigned version = Quarp::UtSerializeVersion(ar, current);
+  if (ar.IsStoring()) return C::Fields(StoreField{ar}, self);
+  Quarp::UtCheckVersion(version, current, className);
+  C::Fields(LoadField{ar, version}, self);
+}
+template <class C>
+void VisitObject(const C& self, FieldVisitor& fv) {
+  C::Fields(VisitField{fv}, self);
+}
+
 // --- the generated members ------------------------------------------------------------
 
 template <class C>
@@ -279,7 +305,7 @@ struct RecordOps {
       C::Fields(StoreField{ar}, self);
       return;
     }
-    Quarp::UtCheckVersion(version, C::kVersion, C::kClassName);
+    if constexpr (ChecksVersion<C>()) Quarp::UtCheckVersion(version, C::kVersion, C::kClassName);
     C::Fields(LoadField{ar, version}, self);
     // A class may finish a load in an OnLoaded(version) of its own; an inherited one
     // (whose member pointer names the base class) ran at its own level already.
@@ -368,6 +394,12 @@ struct RecordOps {
       const {                                                                                                       \
     return ::IOF::Detail::RecordOps<Class>::Clone(*this, mode, mgr, xref, err);                                     \
   }
+
+// Serialize (with the class's kVersion) and VisitFields of a serialisable object that is
+// not a record, from its field list.
+#define IOF_IMPLEMENT_OBJECT_FIELDS(Class)                                                                     \
+  void Class::Serialize(Quarp::UtArchive& ar) { ::IOF::Detail::SerializeObject(*this, ar, kVersion, #Class); } \
+  void Class::VisitFields(::IOF::FieldVisitor& visitor) const { ::IOF::Detail::VisitObject(*this, visitor); }
 
 // Everything of an abstract level / a concrete record whose archive is its field list.
 #define IOF_IMPLEMENT_ABSTRACT_RECORD(Class) \

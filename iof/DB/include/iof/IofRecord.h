@@ -47,7 +47,9 @@
 // is read only when the stored version has it), to copy, and to list the fields to a
 // FieldVisitor. `info` says which versions hold a field and what the field takes part
 // in (see namespace Field below). A class whose archive needs more than a field list
-// can express (the record base, the list) writes those functions by hand.
+// can express (the record base, the list) writes those functions by hand. A class that
+// declares `static constexpr bool kChecksVersion = false;` reads a newer stored version
+// as its own instead of refusing it.
 #pragma once
 
 #include <iof/FieldVisitor.h>
