@@ -141,7 +141,8 @@ class Job {
     drill->SetPeck1(peck);
     for (const IOF::GmPoint3D& b : bottoms) {
       auto point = IOF::DbIOFDrillPoint::Create();
-      point->SetEndPoint1(b);
+      point->SetEndPoint1({b.x, b.y, r});
+      point->SetBottom(b.z);
       point->SetRefHeight(r);
       point->SetInitHeight(init);
       point->SetFeedRate(120);

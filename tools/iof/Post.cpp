@@ -48,8 +48,8 @@
 //   m_CannedProgId. Cycle type 0 G81, 1 G82 (P the point's dwell), 2 G83 and 3 G73 (Q the
 //   first peck, else the full depth), 4 G84, 5 G85; G98 when the point's initial height
 //   stands above its reference height, else G99 (the tool first goes over the first
-//   hole at the higher of the two); X Y Z the point's m_EndPoint1 (the
-//   bottom of the hole), R its reference height, F its feed; later points give what
+//   hole at the higher of the two); X Y from the point's m_EndPoint1, Z its
+//   m_Bottom, R its reference height, F its feed; later points give what
 //   changed; G80 closes the cycle. Other cycle types are comments and a warning.
 // - Sub-program references: "M98 P<number>" (with G91 when incremental; a sectioned
 //   call names its section in a comment). Canned lathe calls (finish, pattern repeat,

@@ -234,7 +234,10 @@ IOF::GmPoint3D Arc3DStart(const Program& program, const IOF::DbIOFNciArc3D& arc,
 }
 
 Hole HoleOf(const IOF::DbIOFDrillPoint& point) {
-  return {point.GetEndPoint1(), point.GetRefHeight(), point.GetInitHeight(),
+  const IOF::GmPoint3D& at = point.GetEndPoint1();
+  return {{at.x, at.y, point.GetBottom()},
+          point.GetRefHeight(),
+          point.GetInitHeight(),
           point.GetInitHeight() > point.GetRefHeight()};
 }
 

@@ -105,8 +105,8 @@ std::vector<IOF::GmPoint3D> Arc3DChords(const Program& program, const IOF::DbIOF
 IOF::GmPoint3D Arc3DStart(const Program& program, const IOF::DbIOFNciArc3D& arc,
                           const IOF::DbIOFNciPlaneBase* programPlane);
 
-// A drill point as a hole: the point (m_EndPoint1) is the bottom of the hole, the
-// reference height the R plane, and the cycle returns to the initial height when that
+// A drill point as a hole: X and Y of its point (m_EndPoint1, the top of the hole), the
+// bottom at m_Bottom, the reference height the R plane, and the cycle returns to the initial height when that
 // stands above the R plane (G98), else to the R plane (G99).
 struct Hole {
   IOF::GmPoint3D bottom;
