@@ -531,18 +531,9 @@ class Renderer {
 
 int RunPlot(const PlotOptions& options) {
   Quarp::DbMgr mgr;
-  if (!LoadFile(options.file, mgr)) return kDataError;
+  const std::vector<Quarp::DbId> streams = LoadStreams(options.file, options.stream, mgr);
+  if (streams.empty()) return kDataError;
   Program program(mgr);
-  if (!program.Document()) {
-    std::cerr << "iof: '" << options.file << "' holds no document\n";
-    return kDataError;
-  }
-  const std::vector<Quarp::DbId> streams = program.Streams(options.stream);
-  if (streams.empty()) {
-    std::cerr << "iof: '" << options.file << "' has no stream"
-              << (options.stream ? " " + std::to_string(*options.stream) : std::string()) << "\n";
-    return kDataError;
-  }
   Tools tools;
   std::vector<Panel> panels(streams.size());
   for (std::size_t i = 0; i < streams.size(); ++i) {

@@ -639,18 +639,9 @@ int RunPost(const PostOptions& options, std::ostream& out) {
     return kUsageError;
   }
   Quarp::DbMgr mgr;
-  if (!LoadFile(options.file, mgr)) return kDataError;
+  const std::vector<Quarp::DbId> streams = LoadStreams(options.file, options.stream, mgr);
+  if (streams.empty()) return kDataError;
   Program program(mgr);
-  if (!program.Document()) {
-    std::cerr << "iof: '" << options.file << "' holds no document\n";
-    return kDataError;
-  }
-  const std::vector<Quarp::DbId> streams = program.Streams(options.stream);
-  if (streams.empty()) {
-    std::cerr << "iof: '" << options.file << "' has no stream"
-              << (options.stream ? " " + std::to_string(*options.stream) : std::string()) << "\n";
-    return kDataError;
-  }
   std::string text = "%\n";
   for (const Quarp::DbId id : streams) {
     Writer writer(program, options, program.Document()->GetIsMetric());

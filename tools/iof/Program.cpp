@@ -1,5 +1,6 @@
 #include "Program.h"
 
+#include "Commands.h"
 #include "Walk.h"
 
 #include <iof/DbIOFList.h>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iostream>
 #include <numbers>
 
 namespace IofTool {
@@ -31,6 +33,20 @@ Program::Program(const Quarp::DbMgr& mgr) : m_Mgr(mgr) {
   Quarp::DbId at;
   Quarp::DbCPtr<IOF::DbIOFDocument> doc(nullptr);
   if (m_Mgr.GetNext(doc, at, 0)) m_Doc = doc.Get();
+}
+
+std::vector<Quarp::DbId> LoadStreams(const std::string& file, std::optional<int> only, Quarp::DbMgr& mgr) {
+  if (!LoadFile(file, mgr)) return {};
+  const Program program(mgr);
+  if (!program.Document()) {
+    std::cerr << "iof: '" << file << "' holds no document\n";
+    return {};
+  }
+  std::vector<Quarp::DbId> streams = program.Streams(only);
+  if (streams.empty()) {
+    std::cerr << "iof: '" << file << "' has no stream" << (only ? " " + std::to_string(*only) : std::string()) << "\n";
+  }
+  return streams;
 }
 
 std::vector<Quarp::DbId> Program::Streams(std::optional<int> only) const {
@@ -58,18 +74,13 @@ void Program::Walk(Quarp::DbId streamId, const Visitor& visit) {
   // when they change.
   std::vector<const IOF::DbIOFList*> owners;
   const IOF::DbIOFDrill* drillAround = nullptr;
-  enum class Move { First, Next, Skip } move = Move::First;
+  ToolIterator::Step step = ToolIterator::Step::First;
   for (;;) {
-    Quarp::DbId id;
-    try {
-      id = move == Move::First ? it.GetFirst() : move == Move::Next ? it.GetNext() : it.Skip();
-    } catch (const CUserException&) {
-      const bool missing = it.TakeError() == ToolIterator::Error::NotFound;
-      m_Unreachable += missing ? 1 : 0;
-      move = missing ? Move::Skip : Move::Next;
-      continue;
-    }
-    move = Move::Next;
+    ToolIterator::Error error;
+    const Quarp::DbId id = it.Move(step, error);
+    step = ToolIterator::After(error);
+    m_Unreachable += error == ToolIterator::Error::NotFound ? 1 : 0;
+    if (error != ToolIterator::Error::None) continue;
     if (id.IsNull()) break;
     const auto* record = Find<IOF::DbIOFBase>(id);
     if (!record) {

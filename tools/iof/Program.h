@@ -73,6 +73,11 @@ class Program {
   std::size_t m_Unreachable = 0;
 };
 
+// Loads `file` into `mgr` and returns the ids of its streams to read: all the first
+// document's, or the one numbered `only`. None, after one line on stderr, when the file
+// cannot be read, holds no document or has no such stream.
+std::vector<Quarp::DbId> LoadStreams(const std::string& file, std::optional<int> only, Quarp::DbMgr& mgr);
+
 // Turning tools are indexed by the turret (T0101); a tool counts as one when it is a
 // lathe tool (generation type 1) or sits in a turret or gang holder (holder types 2, 3).
 bool IsTurretTool(const IOF::DbIOFNciToolChange& tool);

@@ -154,23 +154,16 @@ void Walker::Items(const IOF::DbIOFList& list, int depth, int stream, const Visi
       shown.push_back({item, record, at});
     }
   };
-  enum class Move { First, Next, Skip } move = Move::First;
+  ToolIterator::Step step = ToolIterator::Step::First;
   for (;;) {
-    Quarp::DbId id;
-    try {
-      id = move == Move::First ? it.GetFirst() : move == Move::Next ? it.GetNext() : it.Skip();
-    } catch (const CUserException&) {
-      const ToolIterator::Error error = it.TakeError();
-      if (error == ToolIterator::Error::TwoSubListsOfOneKind) {
-        m_Problems.push_back(Named(it) + " has two sub-lists of one kind; each is shown");
-      }
-      show();  // an id that does not resolve shows as missing
-      move = error == ToolIterator::Error::NotFound ? Move::Skip : Move::Next;
-      continue;
+    ToolIterator::Error error;
+    const Quarp::DbId id = it.Move(step, error);
+    step = ToolIterator::After(error);
+    if (error == ToolIterator::Error::TwoSubListsOfOneKind) {
+      m_Problems.push_back(Named(it) + " has two sub-lists of one kind; each is shown");
     }
-    if (id.IsNull()) break;
-    show();
-    move = Move::Next;
+    if (error == ToolIterator::Error::None && id.IsNull()) break;
+    show();  // an id that does not resolve shows as missing
   }
   m_Open.resize(open);
 }

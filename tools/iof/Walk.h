@@ -51,6 +51,21 @@ class ToolIterator : public IOF::StreamIteratorBase {
     return *this;
   }
   Error TakeError() noexcept { return std::exchange(m_Error, Error::None); }
+
+  enum class Step { First, Next, Skip };
+  // One move of a walk: to the first record, to the next, or past the item whose id did
+  // not resolve. An error ends the move with the null id and says which in `error`;
+  // After(error) is the step that goes on from there.
+  Quarp::DbId Move(Step step, Error& error) {
+    error = Error::None;
+    try {
+      return step == Step::First ? GetFirst() : step == Step::Next ? GetNext() : Skip();
+    } catch (const CUserException&) {
+      error = TakeError();
+      return Quarp::DbId();
+    }
+  }
+  static Step After(Error error) noexcept { return error == Error::NotFound ? Step::Skip : Step::Next; }
   using StreamIteratorBase::GetSubListStack;
 
  private:
