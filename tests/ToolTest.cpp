@@ -104,15 +104,15 @@ TEST(Tool, DumpWalksTheDocumentInProgramOrder) {
         "\n    #12 DbIOFReferencePoint: RefPoint: Name: Home, main spindle",
         "\n  #15 DbIOFMachineInfo: IOF Machine Info Object: Name: Twin-spindle mill-turn lathe",
         "\n    #20 DbIOFNciOperation: OpNumber: 1, Type: Lathe Rough;", "\n      #24 DbIOFNciSubOp: IOF",
-        "\n        #25 DbIOFApproach: IOF", "\n      #48 DbIOFRetract: IOF Retract Object: Name: Retract",
+        "\n        #25 DbIOFApproach: IOF", "\n      #49 DbIOFRetract: IOF Retract Object: Name: Retract",
         "\n      #18 DbIOFNciMOpBarFeed: MiscOp Bar Feed Spindle:LH_HEAD",
-        "\n          #130 DbIOFDrill: IOF Drill Object\n            #131 DbIOFDrillPoint: IOF Cycle"}) {
+        "\n          #131 DbIOFDrill: IOF Drill Object\n            #132 DbIOFDrillPoint: IOF Cycle"}) {
     EXPECT_NE(r.out.find(text), std::string::npos) << text;
   }
   // A motion sub-list is indented under its record, its block under the list.
   const auto lines = Lines(r.out);
   const auto arc = std::find_if(lines.begin(), lines.end(),
-                                [](const std::string& l) { return l.find(" DbIOFNciArc: G3") != std::string::npos; });
+                                [](const std::string& l) { return l.find(" DbIOFNciArc: G2") != std::string::npos; });
   ASSERT_TRUE(arc != lines.end() && arc + 2 < lines.end()) << r.out;
   EXPECT_EQ(Indent(arc[1]), Indent(arc[0]) + 2);
   EXPECT_NE(arc[1].find("DbIOFList: MotionSubList - "), std::string::npos) << arc[1];

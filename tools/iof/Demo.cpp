@@ -421,20 +421,24 @@ void MainSpindle(Producer& p, IOF::DbIOFStream& stream, const ReferencePoints& r
     p.Linear(cut, GmPoint3D(x, 0, 1), 0, true, IOF::ContourPositionState::Transition);
     p.Linear(cut, GmPoint3D(x, 0, -35), 300, false);
   }
-  // A shoulder radius, with the block as the NC output sees it.
+  // A shoulder radius from the end of the last pass, with the block as the NC output
+  // sees it.
+  p.Linear(cut, GmPoint3D(22, 0, -35), 300, false);
   auto arc = IOF::DbIOFNciArc::Create();
-  arc->SetGCode(3);
+  arc->SetGCode(2);  // clockwise in G18 (Z across, X up): a quarter turn
   arc->SetArcPlane(IOF::IofArcPlaneType::XZ);
   arc->SetStartPoint(GmPoint3D(22, 0, -35));
   arc->SetEndPoint(GmPoint3D(26, 0, -39));
   arc->SetCenterPoint(GmPoint3D(26, 0, -35));
   arc->SetRadius(4);
   arc->SetSweepAngle(90);
-  arc->SetStartAngle(180);
-  arc->SetEndAngle(270);
+  arc->SetClockwise(true);
+  arc->SetStartAngle(270);
+  arc->SetEndAngle(180);
   arc->SetFeedRate(150);
   arc->SetTime(0.9);
   cut.PushBack(p.Add(arc));
+  p.m_at = arc->GetEndPoint();
   auto arcBlock = IOF::DbIOFArcMotionBlock::Create();
   arcBlock->SetEndPt(MovePoint(26, 0, -39));
   arcBlock->SetStartPt(MovePoint(22, 0, -35));
@@ -530,6 +534,7 @@ void MainSpindle(Producer& p, IOF::DbIOFStream& stream, const ReferencePoints& r
     move->SetFeedRate(800);
     move->SetTime(0.45);
     flank.PushBack(p.Add(move));
+    p.m_at = move->GetToolTipPt();
     auto machine = IOF::DbIOFMultiAxMotionBlock::Create();
     machine->SetEndPt(MovePoint(30 * std::cos(a), 30 * std::sin(a), 12.0));
     machine->SetInputPt(move->GetToolTipPt());
@@ -547,6 +552,7 @@ void MainSpindle(Producer& p, IOF::DbIOFStream& stream, const ReferencePoints& r
   helix->SetFeedRate(600);
   helix->SetTime(1.2);
   flank.PushBack(p.Add(helix));
+  p.m_at = helix->GetEndPoint();
 
   auto dwell = IOF::DbIOFEvDwell::Create();
   dwell->SetDwellTime(1.5);
@@ -648,6 +654,7 @@ void SubSpindle(Producer& p, IOF::DbIOFStream& stream, const ReferencePoints& re
     point->SetOperationId(static_cast<int>(op.GetId().Value()));
     point->SetTime(20.0 / 240 * 60);
     drill->PushBack(p.Add(point));
+    p.m_at = point->GetEndPoint1();  // each hole ends back at its top
     auto block = IOF::DbIOFDrillMotionBlock::Create();
     block->SetEndPt(MovePoint(hole[0], hole[1], -18));
     block->SetEndPoint2(MovePoint(hole[0], hole[1], 2));
