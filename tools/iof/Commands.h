@@ -20,9 +20,27 @@ struct DumpOptions {
   bool json = false;
 };
 
+struct PlotOptions {
+  std::string file;
+  std::string output;
+  std::string view;  // "xy", "xz", "yz", "iso", or empty for the default
+  std::optional<int> stream;
+  int width = 1000;  // pixels
+};
+
+struct PostOptions {
+  std::string file;
+  std::string output;  // standard output when empty
+  std::optional<int> stream;
+  double tolerance = 0.001;  // mm, the chordal tolerance of arcs posted as G1
+  bool lineNumbers = false;
+};
+
 int RunDemo(const std::string& outFile, std::ostream& out);
 int RunDump(const DumpOptions& options, std::ostream& out);
 int RunStats(const std::string& file, std::ostream& out);
+int RunPlot(const PlotOptions& options);
+int RunPost(const PostOptions& options, std::ostream& out);
 
 // Loads `file` into `mgr` read-only; on failure writes one line to stderr and returns
 // false.
