@@ -1,13 +1,10 @@
 // The document comparison: the difference items for each kind of difference, the walk
 // order, the limit, cycles, shared and deeply nested lists, set-up failures, the texts
 // of ToString and DumpDiffInfo.
+#include "CompareJob.h"
 #include "TestSupport.h"
 
-#include <iof/DbIOFJobSetup.h>
-#include <iof/DbIOFMachineInfo.h>
-#include <iof/DbIOFMotionBlock.h>
 #include <iof/DbIOFNciLinear.h>
-#include <iof/DbIOFStream.h>
 #include <iof/UtIofCompareMgr.h>
 
 #include <gtest/gtest.h>
@@ -22,52 +19,8 @@ namespace {
 using namespace IOF;
 using Quarp::DbId;
 using Strings = std::vector<std::string>;
-
-// A document with a job setup, a machine information and stream 1 (ids 1 to 4), and
-// the records added after them.
-struct Job {
-  std::unique_ptr<Quarp::DbMgr> mgr = std::make_unique<Quarp::DbMgr>();
-  Quarp::DbPtr<DbIOFDocument> doc = DbIOFDocument::Create();
-  DbId stream;
-
-  Job() {
-    mgr->Add(doc);
-    doc->SetJobSetupID(Add(DbIOFJobSetup::Create()));
-    doc->SetMachineInfoID(Add(DbIOFMachineInfo::Create()));
-    stream = doc->AddStreamToList(1);
-  }
-  template <class P>
-  DbId Add(P p) {
-    return mgr->Add(p);
-  }
-  DbId Move(double feed = 100) {
-    auto line = DbIOFNciLinear::Create();
-    line->SetFeedRate(feed);
-    return Add(line);
-  }
-  template <class T = DbIOFList>
-  Quarp::DbPtr<T> Get(DbId id) {
-    Quarp::DbPtr<T> p;
-    EXPECT_TRUE(mgr->Get(p, id, 0)) << id;
-    return p;
-  }
-  DbId List(int kind, const std::vector<DbId>& items) { return Push(Add(DbIOFList::Create(kind)), items); }
-  DbId Push(DbId list, const std::vector<DbId>& items) {
-    for (const DbId id : items) Get(list)->PushBack(id);
-    return list;
-  }
-  void Sub(DbId owner, DbId list) { EXPECT_TRUE(Get<DbIOFBase>(owner)->AddSubList(list)); }
-};
-
-// Moves 5 and 6 in operation list 11, which carries retract list 10 (move 9); move 6
-// carries motion sub-list 8 (block 7).
-void Base(Job& j) {
-  const DbId m1 = j.Move(), m2 = j.Move(), block = j.Add(DbIOFMotionBlock::Create());
-  j.Sub(m2, j.List(DbIOFList::kMotionSubList, {block}));
-  const DbId retract = j.List(DbIOFList::kRetractBlock, {j.Move()});
-  j.Sub(j.List(DbIOFList::kOperation, {m1, m2}), retract);
-  j.Push(j.stream, {DbId(11)});
-}
+using TestSupport::Base;
+using TestSupport::Job;
 
 class Observed : public UtIofCompareMgr {
  public:

@@ -1,6 +1,7 @@
 // The iof tool, through the built binary: the demo, the dumps, the statistics, and the
 // exit codes and messages of every kind of failure.
 #include "TestSupport.h"
+#include "ToolRun.h"
 
 #include <iof/DbIOFDocument.h>
 #include <iof/DbIOFNciLinear.h>
@@ -20,27 +21,8 @@
 
 namespace {
 
-struct ToolRun {
-  int code;
-  std::string out;
-  std::string err;
-};
-
-std::string Slurp(const std::string& path) {
-  std::ifstream f(path, std::ios::binary);
-  std::stringstream s;
-  s << f.rdbuf();
-  return s.str();
-}
-
-// Runs the tool with `args` (already quoted as needed) and collects its output.
-ToolRun Tool(const std::string& args) {
-  const std::string out = TestSupport::TempPath("stdout.txt");
-  const std::string err = TestSupport::TempPath("stderr.txt");
-  const std::string cmd = std::string("'") + IOF_TOOL_PATH + "' " + args + " >'" + out + "' 2>'" + err + "'";
-  const int status = std::system(cmd.c_str());
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Slurp(out), Slurp(err)};
-}
+using TestSupport::Tool;
+using TestSupport::ToolRun;
 
 std::string Demo() {
   const std::string file = TestSupport::TempPath("demo.iof");

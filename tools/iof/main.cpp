@@ -3,9 +3,11 @@
 //   iof demo [-o FILE]
 //   iof dump FILE [--stream N] [--json]
 //   iof stats FILE
+//   iof diff A B [--structural] [--json]
+//   iof validate FILE
 //
 // Exit codes: 0 success, 1 a failure in the data (one line on stderr says what),
-// 2 a usage error.
+// 2 a usage error; diff and validate: 0 equal (clean), 1 different (problems), 2 trouble.
 #include "Commands.h"
 
 #include <CLI/CLI.hpp>
@@ -33,6 +35,17 @@ int main(int argc, char** argv) {
   auto* stats = app.add_subcommand("stats", "Record counts, machining time, file size and load time");
   stats->add_option("file", statsFile, "IOF file")->required();
 
+  IofTool::DiffOptions diffOptions;
+  auto* diff = app.add_subcommand("diff", "Differences between two files; exit 0 equal, 1 different, 2 trouble");
+  diff->add_option("left", diffOptions.left, "IOF file")->required();
+  diff->add_option("right", diffOptions.right, "IOF file")->required();
+  diff->add_flag("--structural", diffOptions.structural, "Only the comparison manager's structural differences");
+  diff->add_flag("--json", diffOptions.json, "JSON Lines: kind, both ids and classes, text");
+
+  std::string validateFile;
+  auto* validate = app.add_subcommand("validate", "Check ids, lists and streams; exit 0 clean, 1 problems, 2 trouble");
+  validate->add_option("file", validateFile, "IOF file")->required();
+
   // CLI11 would only say that a command is missing; name the word it did not know.
   const auto known = [&app](const std::string& word) {
     const auto commands = app.get_subcommands({});
@@ -57,12 +70,14 @@ int main(int argc, char** argv) {
     if (*demo) return IofTool::RunDemo(demoOut, std::cout);
     if (*dump) return IofTool::RunDump(dumpOptions, std::cout);
     if (*stats) return IofTool::RunStats(statsFile, std::cout);
+    if (*diff) return IofTool::RunDiff(diffOptions, std::cout);
+    if (*validate) return IofTool::RunValidate(validateFile, std::cout);
   } catch (const std::exception& e) {
     std::cerr << "iof: " << e.what() << "\n";
-    return IofTool::kDataError;
+    return *diff || *validate ? IofTool::kTrouble : IofTool::kDataError;
   } catch (...) {
     std::cerr << "iof: unexpected failure\n";
-    return IofTool::kDataError;
+    return *diff || *validate ? IofTool::kTrouble : IofTool::kDataError;
   }
   return IofTool::kUsageError;
 }
