@@ -26,6 +26,16 @@ void AssertSetDocs(int line) {
                                                          "IOF::UtIofCompareMgr::SetDocs");
 }
 
+// Fetches `id1` from `mgr1` into `p1` and `id2` from `mgr2` into `p2`; true when both
+// resolve.
+template <class T>
+bool FetchBoth(Quarp::DbMgr* mgr1, Quarp::DbId id1, Quarp::DbPtr<T>& p1, Quarp::DbMgr* mgr2, Quarp::DbId id2,
+               Quarp::DbPtr<T>& p2) {
+  const bool found1 = mgr1 && mgr1->Get(p1, id1, 0);
+  const bool found2 = mgr2 && mgr2->Get(p2, id2, 0);
+  return found1 && found2;
+}
+
 using Pair = std::pair<const DbIOFBase*, const DbIOFBase*>;
 struct PairHash {
   std::size_t operator()(const Pair& p) const noexcept {
@@ -192,9 +202,9 @@ bool UtIofCompareMgr::CompareDocObjs() { return CompareObjects(m_Doc1, m_Doc2); 
 bool UtIofCompareMgr::CompareJobSetup() {
   Quarp::DbPtr<DbIOFJobSetup> setup1;
   Quarp::DbPtr<DbIOFJobSetup> setup2;
-  const bool found1 = m_DbMgr1 && m_DbMgr1->Get(setup1, m_Doc1->GetJobSetupID(), 0);
-  const bool found2 = m_DbMgr2 && m_DbMgr2->Get(setup2, m_Doc2->GetJobSetupID(), 0);
-  if (found1 && found2) return CompareObjects(setup1, setup2);
+  if (FetchBoth(m_DbMgr1, m_Doc1->GetJobSetupID(), setup1, m_DbMgr2, m_Doc2->GetJobSetupID(), setup2)) {
+    return CompareObjects(setup1, setup2);
+  }
   m_Differences.emplace_back(setup1.GetId(), setup2.GetId(),
                              CString(L"Failed to get job setup object from DbIOFDocument.\n"));
   return false;
@@ -203,9 +213,9 @@ bool UtIofCompareMgr::CompareJobSetup() {
 bool UtIofCompareMgr::CompareMachineInfo() {
   Quarp::DbPtr<DbIOFMachineInfo> info1;
   Quarp::DbPtr<DbIOFMachineInfo> info2;
-  const bool found1 = m_DbMgr1 && m_DbMgr1->Get(info1, m_Doc1->GetMachineInfoID(), 0);
-  const bool found2 = m_DbMgr2 && m_DbMgr2->Get(info2, m_Doc2->GetMachineInfoID(), 0);
-  if (found1 && found2) return CompareObjects(info1, info2);
+  if (FetchBoth(m_DbMgr1, m_Doc1->GetMachineInfoID(), info1, m_DbMgr2, m_Doc2->GetMachineInfoID(), info2)) {
+    return CompareObjects(info1, info2);
+  }
   // Unlike the job setup's, this item names the two documents: intended.
   LogDifference(m_Doc1, m_Doc2, CString(L"Failed to get machine information object from DbIOFDocument.\n"));
   return false;
@@ -225,9 +235,7 @@ bool UtIofCompareMgr::CompareStreams() {
     if (!ContinueCompare() || !result) return result;
     Quarp::DbPtr<DbIOFStream> stream1;
     Quarp::DbPtr<DbIOFStream> stream2;
-    const bool found1 = m_DbMgr1 && m_DbMgr1->Get(stream1, streams1[i], 0);
-    const bool found2 = m_DbMgr2 && m_DbMgr2->Get(stream2, streams2[i], 0);
-    if (!found1 || !found2) {
+    if (!FetchBoth(m_DbMgr1, streams1[i], stream1, m_DbMgr2, streams2[i], stream2)) {
       m_Differences.emplace_back(stream1.GetId(), stream2.GetId(),
                                  CString(L"Failed to get stream object from IOFList.\n"));
     }
@@ -249,9 +257,7 @@ bool UtIofCompareMgr::CompareDocsDeeper() {
   for (int i = 0; i < streams1.GetSize() && result; ++i) {
     Quarp::DbPtr<DbIOFStream> stream1;
     Quarp::DbPtr<DbIOFStream> stream2;
-    const bool found1 = m_DbMgr1 && m_DbMgr1->Get(stream1, streams1[i], 0);
-    const bool found2 = m_DbMgr2 && m_DbMgr2->Get(stream2, streams2[i], 0);
-    if (!found1 || !found2) {
+    if (!FetchBoth(m_DbMgr1, streams1[i], stream1, m_DbMgr2, streams2[i], stream2)) {
       m_Differences.emplace_back(streams1[i], streams2[i], CString(L"Failed to get object from IOFList."));
     }
     result = CompareObjects(stream1, stream2);
@@ -273,18 +279,18 @@ bool UtIofCompareMgr::CompareObjects(Quarp::DbPtr<DbIOFBase> a, Quarp::DbPtr<DbI
 }
 
 bool UtIofCompareMgr::CompareObjSubLists(Quarp::DbPtr<DbIOFBase> a, Quarp::DbPtr<DbIOFBase> b) {
-  const WalkScope scope(*this);
-  Walk& walk = scope.Get();
-  const std::size_t base = walk.frames.size();
-  walk.Push(Walk::Frame::Kind::SubLists, *a, *b, false, true);
-  return Run(walk, base);
+  return WalkPart(false, *a, *b);
 }
 
 bool UtIofCompareMgr::CompareIOFLists(Quarp::DbPtr<DbIOFBase> a, Quarp::DbPtr<DbIOFBase> b) {
+  return WalkPart(true, *a, *b);
+}
+
+bool UtIofCompareMgr::WalkPart(bool items, const DbIOFBase& a, const DbIOFBase& b) {
   const WalkScope scope(*this);
   Walk& walk = scope.Get();
   const std::size_t base = walk.frames.size();
-  walk.Push(Walk::Frame::Kind::Items, *a, *b, false, true);
+  walk.Push(items ? Walk::Frame::Kind::Items : Walk::Frame::Kind::SubLists, a, b, false, true);
   return Run(walk, base);
 }
 

@@ -202,6 +202,8 @@ class UtIofCompareMgr {
   // Compares a pair and, unless it stands on the walk's path or was walked before,
   // schedules its sub-lists and items. False for different types.
   bool Visit(Walk& walk, const DbIOFBase& a, const DbIOFBase& b);
+  // CompareIOFLists (items) or CompareObjSubLists on their own.
+  bool WalkPart(bool items, const DbIOFBase& a, const DbIOFBase& b);
   // Runs the scheduled parts until the walk is back at `base` frames; the result of
   // the last part that ended at that level.
   bool Run(Walk& walk, std::size_t base);
