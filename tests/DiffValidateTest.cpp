@@ -3,7 +3,7 @@
 // files, and when a file cannot be used.
 #include "CompareJob.h"
 #include "TestSupport.h"
-#include "ToolRun.h"
+#include "ToolSupport.h"
 
 #include <iof/DbIOFNciSubOp.h>
 #include <iof/DbIOFNciToolChange.h>
@@ -20,8 +20,8 @@ namespace {
 using Quarp::DbId;
 using TestSupport::Base;
 using TestSupport::Job;
-using TestSupport::Tool;
-using TestSupport::ToolRun;
+using ToolSupport::Tool;
+using ToolSupport::ToolRun;
 
 std::string Quoted(const std::string& path) { return " '" + path + "'"; }
 

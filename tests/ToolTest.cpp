@@ -1,7 +1,6 @@
 // The iof tool, through the built binary: the demo, the dumps, the statistics, and the
 // exit codes and messages of every kind of failure.
-#include "TestSupport.h"
-#include "ToolRun.h"
+#include "ToolSupport.h"
 
 #include <iof/DbIOFDocument.h>
 #include <iof/DbIOFNciLinear.h>
@@ -21,8 +20,9 @@
 
 namespace {
 
-using TestSupport::Tool;
-using TestSupport::ToolRun;
+using ToolSupport::Slurp;
+using ToolSupport::Tool;
+using ToolSupport::ToolRun;
 
 std::string Demo() {
   const std::string file = TestSupport::TempPath("demo.iof");
@@ -96,16 +96,23 @@ TEST(Tool, DumpWalksTheDocumentInProgramOrder) {
   EXPECT_EQ(first.rfind("#1 DbIOFDocument: IOF Document Object fname: flange.mcam", 0), 0u) << first;
   EXPECT_NE(r.out.find("\n  #2 DbIOFStream: IOF Stream Object: id=1, Name = Main spindle"), std::string::npos);
   EXPECT_NE(r.out.find("DbIOFNciManualEntry: G1005 CHECK INSERT WEAR - OutAs: Comment"), std::string::npos);
-  // Each operation: its header, its sub-operation with the approach, and its retract.
+  // The job setup with what it holds and the machine come before the streams; each
+  // operation shows its header, its sub-operation with the approach, and its retract; a
+  // machine operation stands in an operation of its own; the drill cycle holds its points.
   for (const char* text :
-       {"\n    #4 DbIOFNciOperation: OpNumber: 1, Type: Lathe Rough;", "\n      #8 DbIOFNciSubOp: IOF",
-        "\n        #9 DbIOFApproach: IOF", "\n      #32 DbIOFRetract: IOF Retract Object: Name: Retract"}) {
+       {"\n  #4 DbIOFJobSetup: IOF Job Setup Object: Name: Flange job setup",
+        "\n    #12 DbIOFReferencePoint: RefPoint: Name: Home, main spindle",
+        "\n  #15 DbIOFMachineInfo: IOF Machine Info Object: Name: Twin-spindle mill-turn lathe",
+        "\n    #20 DbIOFNciOperation: OpNumber: 1, Type: Lathe Rough;", "\n      #24 DbIOFNciSubOp: IOF",
+        "\n        #25 DbIOFApproach: IOF", "\n      #49 DbIOFRetract: IOF Retract Object: Name: Retract",
+        "\n      #18 DbIOFNciMOpBarFeed: MiscOp Bar Feed Spindle:LH_HEAD",
+        "\n          #131 DbIOFDrill: IOF Drill Object\n            #132 DbIOFDrillPoint: IOF Cycle"}) {
     EXPECT_NE(r.out.find(text), std::string::npos) << text;
   }
   // A motion sub-list is indented under its record, its block under the list.
   const auto lines = Lines(r.out);
   const auto arc = std::find_if(lines.begin(), lines.end(),
-                                [](const std::string& l) { return l.find(" DbIOFNciArc: G3") != std::string::npos; });
+                                [](const std::string& l) { return l.find(" DbIOFNciArc: G2") != std::string::npos; });
   ASSERT_TRUE(arc != lines.end() && arc + 2 < lines.end()) << r.out;
   EXPECT_EQ(Indent(arc[1]), Indent(arc[0]) + 2);
   EXPECT_NE(arc[1].find("DbIOFList: MotionSubList - "), std::string::npos) << arc[1];

@@ -1,10 +1,16 @@
 // The IOF type registry: every type registered once, in table order, with a single-type
-// mask; the never-registered names stay -1 and empty.
+// mask; the never-registered names stay -1 and empty. And every class name registered
+// for loading loads from a file.
 #include <iof/DbIOFTypeMgr.h>
+#include <quarp/DbMgr.h>
+#include <quarp/DbPtr.h>
+#include <quarp/UtArchive.h>
+#include <quarp/UtSerialize.h>
 #include <quarp/UtTypeMgr.h>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -84,6 +90,119 @@ TEST(TypeRegistry, HostRegistryKeepsTheFirstRegistrationOfACode) {
   const Quarp::UtMask stop = types.GetMaskEx(0x10, 0, 0x20);
   EXPECT_FALSE(stop.IsSet(1));
   EXPECT_FALSE(stop.IsSet(-1));
+}
+
+// Every class name the library registers for loading comes back from a file: each record
+// class as a record of a whole database file, each other serialisable class as an object
+// of an archive (written with WriteObject and read with ReadObject by its name).
+TEST(ClassNames, EveryRegisteredClassLoadsFromAFile) {
+  const std::vector<const char*> names = {"DbIOFAxisComboMiscInfo",
+                                          "DbIOFChuckDef",
+                                          "DbIOFMachineInfo",
+                                          "DbIOFEvChangeFeedUnitType",
+                                          "DbIOFMPCompParamInfo",
+                                          "DbIOFMPCompTypeInfo",
+                                          "DbIOFNciMOpBarFeed",
+                                          "DbIOFNciMOpBarFeeder",
+                                          "DbIOFNciMOpBarPuller",
+                                          "DbIOFNciMOpSpindleGrip",
+                                          "DbIOFNciMOpSpindleMove",
+                                          "DbIOFNciMOpSpindleSync",
+                                          "DbIOFNciMOpSteadyRest",
+                                          "DbIOFNciMOpTailStock",
+                                          "DbIOFNciMOpTurret",
+                                          "DbIOFNciNonTransSubProgRef",
+                                          "DbIOFNciPlaneReference",
+                                          "DbIOFNciTransSubProgOp",
+                                          "DbIOFReferencePoint",
+                                          "UtAxisMotionMap",
+                                          "DbIOFMPParams",
+                                          "DbIOFApproach",
+                                          "DbIOFArcMotionBlock",
+                                          "DbIOFCannedGroove",
+                                          "DbIOFDocument",
+                                          "DbIOFDrill",
+                                          "DbIOFDrillMotionBlock",
+                                          "DbIOFDrillPoint",
+                                          "DbIOFEvComp",
+                                          "DbIOFEvDwell",
+                                          "DbIOFEvSync",
+                                          "DbIOFEvClamp",
+                                          "DbIOFJobSetup",
+                                          "DbIOFList",
+                                          "DbIOFMotionBlock",
+                                          "DbIOFMultiAxMotionBlock",
+                                          "DbIOFNciArc",
+                                          "DbIOFNciArc3D",
+                                          "DbIOFNciCFSubProgRef",
+                                          "DbIOFNciCPSubProgRef",
+                                          "DbIOFNciCRSubProgRef",
+                                          "DbIOFNciGeneric",
+                                          "DbIOFNciLinear",
+                                          "DbIOFNciManualEntry",
+                                          "DbIOFNciMultiAx",
+                                          "DbIOFNciOperation",
+                                          "DbIOFNciPlane",
+                                          "DbIOFNciSubOp",
+                                          "DbIOFNciSubProgRef",
+                                          "DbIOFNciToolChange",
+                                          "DbIOFNciToolPlaneChange",
+                                          "DbIOFPartSpindle",
+                                          "DbIOFPartSpindleMap",
+                                          "DbIOFRetract",
+                                          "DbIOFRotary",
+                                          "DbIOFStockDef",
+                                          "DbIOFStream",
+                                          "DbIOFThread",
+                                          "UtIOFAttribItemBool",
+                                          "UtIOFAttribItemCString",
+                                          "UtIOFAttribItemDbl",
+                                          "UtIOFAttribItemInt",
+                                          "UtIOFAttribItem",
+                                          "UtIOFAttribItemUInt64",
+                                          "UtIOFAttribMap",
+                                          "UtIofMovePoint"};
+  Quarp::DbMgr mgr;
+  std::vector<Quarp::DbId> ids;
+  Quarp::UtArchive objects(Quarp::UtArchive::Store);
+  std::vector<std::string> others;
+  for (const char* name : names) {
+    const Quarp::UtSerializeClass* cls = Quarp::UtSerializeFind(name);
+    ASSERT_NE(cls, nullptr) << name << " is not registered";
+    Quarp::UtObject* made = cls->factory();
+    ASSERT_NE(made, nullptr) << name;
+    EXPECT_STREQ(made->GetObjectClassName(), name);
+    if (auto* record = dynamic_cast<Quarp::DbBase*>(made)) {
+      Quarp::DbBasePtr ptr;
+      ptr.AttachEnt(record);
+      ids.push_back(mgr.Add(ptr));
+    } else {
+      objects.WriteObject(made);
+      others.push_back(name);
+      delete made;
+    }
+  }
+  std::vector<std::uint8_t> file;
+  ASSERT_EQ(mgr.WriteToMemory(file), Quarp::DbErr::Ok) << mgr.GetLastErrorText();
+  Quarp::DbMgr back;
+  ASSERT_EQ(back.ReadFromMemory(file), Quarp::DbErr::Ok) << back.GetLastErrorText();
+  Quarp::DbBaseCPtr any;
+  std::size_t i = 0;
+  for (const char* name : names) {
+    if (std::find(others.begin(), others.end(), name) != others.end()) continue;
+    ASSERT_TRUE(back.Get(any, ids.at(i++), 0)) << name;
+    EXPECT_STREQ(any->GetObjectClassName(), name);
+  }
+  Quarp::UtArchive in(Quarp::UtArchive::Load, objects.GetBytes());
+  for (const std::string& name : others) {
+    Quarp::UtObject* read = nullptr;
+    in.ReadObject(read);
+    ASSERT_NE(read, nullptr) << name;
+    EXPECT_EQ(read->GetObjectClassName(), name);
+    delete read;
+  }
+  EXPECT_EQ(in.GetRemaining(), 0u);
+  EXPECT_EQ(ids.size() + others.size(), 66u);
 }
 
 }  // namespace

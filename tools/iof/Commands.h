@@ -22,6 +22,22 @@ struct DumpOptions {
   bool json = false;
 };
 
+struct PlotOptions {
+  std::string file;
+  std::string output;
+  std::string view;  // "xy", "xz", "yz", "iso", or empty for the default
+  std::optional<int> stream;
+  int width = 1000;  // pixels
+};
+
+struct PostOptions {
+  std::string file;
+  std::string output;  // standard output when empty
+  std::optional<int> stream;
+  double tolerance = 0.001;  // mm, the chordal tolerance of arcs posted as G1
+  bool lineNumbers = false;
+};
+
 struct DiffOptions {
   std::string left, right;
   bool structural = false;  // the comparison manager's list alone
@@ -31,6 +47,8 @@ struct DiffOptions {
 int RunDemo(const std::string& outFile, std::ostream& out);
 int RunDump(const DumpOptions& options, std::ostream& out);
 int RunStats(const std::string& file, std::ostream& out);
+int RunPlot(const PlotOptions& options);
+int RunPost(const PostOptions& options, std::ostream& out);
 int RunDiff(const DiffOptions& options, std::ostream& out);
 int RunValidate(const std::string& file, std::ostream& out);
 

@@ -20,37 +20,6 @@ namespace {
 
 constexpr int kMaxDepth = 64;  // sub-lists walked by iterators of their own, nested
 
-// The library's iterator over every type and every sub-list kind. Its errors end the
-// move as the library's do, without the message box: the walk reports them as warnings
-// and goes on.
-class ToolIterator : public IOF::StreamIteratorBase {
- public:
-  enum class Error { None, NotFound, TwoSubListsOfOneKind };
-
-  explicit ToolIterator(Quarp::DbCPtr<IOF::DbIOFList> list)
-      : StreamIteratorBase(std::move(list), IOF::DbIOFTypeMgr::GetIOFBASEMask(), -1) {}
-
-  void ErrorDatabaseEntityNotFoundByIterator() override {
-    m_Error = Error::NotFound;
-    AfxThrowUserException();
-  }
-  void ErrorMultiSubListSpecified() override {
-    m_Error = Error::TwoSubListsOfOneKind;
-    AfxThrowUserException();
-  }
-
-  // Past the item whose id does not resolve.
-  Quarp::DbId Skip() {
-    SkipCurrentItem(false);
-    return *this;
-  }
-  Error TakeError() noexcept { return std::exchange(m_Error, Error::None); }
-  using StreamIteratorBase::GetSubListStack;
-
- private:
-  Error m_Error = Error::None;
-};
-
 // A stack entry the walk has shown, with its record and the depth of its line.
 struct Shown {
   const IOF::DbIOFList::Item* item;
@@ -88,6 +57,16 @@ bool Walker::Walk(std::optional<int> stream, const Visitor& visit) {
     return !stream.has_value();
   }
   visit({doc.Get(), doc.GetId(), 0, -1});
+  if (!stream) {
+    // The job setup (with the records it holds) and the machine, as a comparison sees
+    // them: before the streams.
+    for (const Quarp::DbId id : {doc->GetJobSetupID(), doc->GetMachineInfoID()}) {
+      if (id.IsNull()) continue;
+      const IOF::DbIOFBase* record = Find(id);
+      Record(record, id, 1, -1, nullptr, visit);
+      if (const auto* list = dynamic_cast<const IOF::DbIOFList*>(record)) Items(*list, 1, -1, visit);
+    }
+  }
   if (stream) {
     const Quarp::DbId id = doc->GetStreamById(*stream);
     if (id.IsNull()) return false;
@@ -175,23 +154,16 @@ void Walker::Items(const IOF::DbIOFList& list, int depth, int stream, const Visi
       shown.push_back({item, record, at});
     }
   };
-  enum class Move { First, Next, Skip } move = Move::First;
+  ToolIterator::Step step = ToolIterator::Step::First;
   for (;;) {
-    Quarp::DbId id;
-    try {
-      id = move == Move::First ? it.GetFirst() : move == Move::Next ? it.GetNext() : it.Skip();
-    } catch (const CUserException&) {
-      const ToolIterator::Error error = it.TakeError();
-      if (error == ToolIterator::Error::TwoSubListsOfOneKind) {
-        m_Problems.push_back(Named(it) + " has two sub-lists of one kind; each is shown");
-      }
-      show();  // an id that does not resolve shows as missing
-      move = error == ToolIterator::Error::NotFound ? Move::Skip : Move::Next;
-      continue;
+    ToolIterator::Error error;
+    const Quarp::DbId id = it.Move(step, error);
+    step = ToolIterator::After(error);
+    if (error == ToolIterator::Error::TwoSubListsOfOneKind) {
+      m_Problems.push_back(Named(it) + " has two sub-lists of one kind; each is shown");
     }
-    if (id.IsNull()) break;
-    show();
-    move = Move::Next;
+    if (error == ToolIterator::Error::None && id.IsNull()) break;
+    show();  // an id that does not resolve shows as missing
   }
   m_Open.resize(open);
 }

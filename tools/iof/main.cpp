@@ -3,6 +3,8 @@
 //   iof demo [-o FILE]
 //   iof dump FILE [--stream N] [--json]
 //   iof stats FILE
+//   iof plot FILE -o OUT.svg [--view xy|xz|yz|iso] [--stream N] [--width PX]
+//   iof post FILE [-o OUT] [--stream N] [--tolerance MM] [--line-numbers]
 //   iof diff A B [--structural] [--json]
 //   iof validate FILE
 //
@@ -19,6 +21,7 @@
 
 int main(int argc, char** argv) {
   CLI::App app{"iof: inspect and produce IOF database files"};
+  app.footer("Examples: iof demo -o demo.iof; iof plot demo.iof -o demo.svg; iof post demo.iof -o demo.nc");
   app.require_subcommand(1);
 
   std::string demoOut = "demo.iof";
@@ -34,6 +37,31 @@ int main(int argc, char** argv) {
   std::string statsFile;
   auto* stats = app.add_subcommand("stats", "Record counts, machining time, file size and load time");
   stats->add_option("file", statsFile, "IOF file")->required();
+
+  IofTool::PlotOptions plotOptions;
+  auto* plot = app.add_subcommand("plot", "Draw the toolpath as an SVG picture, a panel per stream")
+                   ->footer("Example: iof plot demo.iof -o demo.svg --view iso");
+  plot->add_option("file", plotOptions.file, "IOF file")->required();
+  plot->add_option("-o,--output", plotOptions.output, "SVG file to write")->required();
+  plot->add_option("--view", plotOptions.view,
+                   "xy, xz, yz or iso (default: the plane of the largest extent, xz for "
+                   "a lathe stream)")
+      ->check(CLI::IsMember({"xy", "xz", "yz", "iso"}));
+  plot->add_option("--stream", plotOptions.stream, "Only the stream with this number");
+  plot->add_option("--width", plotOptions.width, "Picture width in pixels")
+      ->capture_default_str()
+      ->check(CLI::Range(200, 20000));
+
+  IofTool::PostOptions postOptions;
+  auto* post = app.add_subcommand("post", "Post-process each stream into an ISO (RS-274) G-code program")
+                   ->footer("Example: iof post demo.iof -o demo.nc --line-numbers");
+  post->add_option("file", postOptions.file, "IOF file")->required();
+  post->add_option("-o,--output", postOptions.output, "File to write (default: standard output)");
+  post->add_option("--stream", postOptions.stream, "Only the stream with this number");
+  post->add_option("--tolerance", postOptions.tolerance, "Chordal tolerance in mm for arcs posted as G1")
+      ->capture_default_str()
+      ->check(CLI::PositiveNumber);
+  post->add_flag("--line-numbers", postOptions.lineNumbers, "Number the blocks N10, N20, ...");
 
   IofTool::DiffOptions diffOptions;
   auto* diff = app.add_subcommand("diff", "Differences between two files; exit 0 equal, 1 different, 2 trouble");
@@ -70,6 +98,8 @@ int main(int argc, char** argv) {
     if (*demo) return IofTool::RunDemo(demoOut, std::cout);
     if (*dump) return IofTool::RunDump(dumpOptions, std::cout);
     if (*stats) return IofTool::RunStats(statsFile, std::cout);
+    if (*plot) return IofTool::RunPlot(plotOptions);
+    if (*post) return IofTool::RunPost(postOptions, std::cout);
     if (*diff) return IofTool::RunDiff(diffOptions, std::cout);
     if (*validate) return IofTool::RunValidate(validateFile, std::cout);
   } catch (const std::exception& e) {
