@@ -21,23 +21,27 @@
 namespace TestSupport {
 
 // A document with a job setup, a machine information and stream 1 (ids 1 to 4), and
-// the records added after them.
+// the records added after them. The base job adds moves 5 and 6 in operation list 11,
+// which carries retract list 10 (move 9); move 6 carries motion sub-list 8 (block 7).
 struct Job {
   using DbId = Quarp::DbId;
   std::unique_ptr<Quarp::DbMgr> mgr = std::make_unique<Quarp::DbMgr>();
   Quarp::DbPtr<IOF::DbIOFDocument> doc = IOF::DbIOFDocument::Create();
   DbId stream;
 
-  Job() {
+  explicit Job(bool base = false) {
     mgr->Add(doc);
     doc->SetJobSetupID(Add(IOF::DbIOFJobSetup::Create()));
     doc->SetMachineInfoID(Add(IOF::DbIOFMachineInfo::Create()));
     stream = doc->AddStreamToList(1);
+    if (!base) return;
+    const DbId m1 = Move(), m2 = Move(), block = Add(IOF::DbIOFMotionBlock::Create());
+    Sub(m2, List(IOF::DbIOFList::kMotionSubList, {block}));
+    const DbId retract = List(IOF::DbIOFList::kRetractBlock, {Move()});
+    Sub(List(IOF::DbIOFList::kOperation, {m1, m2}), retract);
+    Push(stream, {DbId(11)});
   }
-  template <class P>
-  DbId Add(P p) {
-    return mgr->Add(p);
-  }
+  DbId Add(Quarp::DbRootPtr p) { return mgr->Add(p); }
   DbId Move(double feed = 100) {
     auto line = IOF::DbIOFNciLinear::Create();
     line->SetFeedRate(feed);
@@ -62,16 +66,5 @@ struct Job {
     return path;
   }
 };
-
-// Moves 5 and 6 in operation list 11, which carries retract list 10 (move 9); move 6
-// carries motion sub-list 8 (block 7).
-inline void Base(Job& j) {
-  using Quarp::DbId;
-  const DbId m1 = j.Move(), m2 = j.Move(), block = j.Add(IOF::DbIOFMotionBlock::Create());
-  j.Sub(m2, j.List(IOF::DbIOFList::kMotionSubList, {block}));
-  const DbId retract = j.List(IOF::DbIOFList::kRetractBlock, {j.Move()});
-  j.Sub(j.List(IOF::DbIOFList::kOperation, {m1, m2}), retract);
-  j.Push(j.stream, {DbId(11)});
-}
 
 }  // namespace TestSupport

@@ -2,7 +2,6 @@
 // small files with known differences and known defects, on cyclic and deeply nested
 // files, and when a file cannot be used.
 #include "CompareJob.h"
-#include "TestSupport.h"
 #include "ToolSupport.h"
 
 #include <iof/DbIOFNciSubOp.h>
@@ -18,7 +17,6 @@
 namespace {
 
 using Quarp::DbId;
-using TestSupport::Base;
 using TestSupport::Job;
 using ToolSupport::Tool;
 using ToolSupport::ToolRun;
@@ -39,9 +37,7 @@ void Check(const Case& c) {
 }
 
 TEST(Diff, ShowsStructuralAndFieldDifferences) {
-  Job left, right;
-  Base(left);
-  Base(right);
+  Job left(true), right(true);
   const std::string a = Quoted(left.Write("a.iof"));
   right.Get<IOF::DbIOFNciLinear>(DbId(5))->SetFeedRate(120);
   const std::string feed = Quoted(right.Write("feed.iof"));
@@ -68,8 +64,7 @@ TEST(Diff, ShowsStructuralAndFieldDifferences) {
 }
 
 TEST(Validate, ReportsEachDefectOfAFile) {
-  Job job;
-  Base(job);
+  Job job(true);
   const std::string clean = Quoted(job.Write("clean.iof"));
   job.Push(DbId(11), {DbId(999), DbId(5), DbId(5)});
   job.Push(DbId(8), {DbId(6)});  // move 6 contains itself through its sub-list
