@@ -97,7 +97,7 @@ class DbIOFBase : public Quarp::DbBase {
     return static_cast<const C*>(o);
   }
 
-  // Not protected: the library's own comparison helpers take it too.
+  // Public: comparison helpers of the library outside the class take it too.
  public:
   // The name of a compared property, wide text or a CString, made into text only for a
   // difference line: comparing equal values costs nothing for the name.
