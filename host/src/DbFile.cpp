@@ -75,7 +75,9 @@ class Sink {
   int Errno() const noexcept { return m_errno; }
 
  private:
-  static constexpr std::size_t kBlock = 1u << 20;
+  // Small enough that the buffer, grown afresh by every save, costs few page faults and
+  // stays in cache; large enough that the writes are few.
+  static constexpr std::size_t kBlock = 256u << 10;
   bool Flush() {
     XXH3_64bits_update(m_state, m_ar.StoredData(), m_ar.StoredSize());
     const bool ok = WriteAll(m_ar.StoredData(), m_ar.StoredSize());
