@@ -27,6 +27,7 @@
 #include <iof/DbIOFStream.h>
 #include <quarp/DbMgr.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
@@ -252,28 +253,36 @@ void SetRates(benchmark::State& state, const std::string& key, std::size_t recor
 int Ok() { return 0; }
 std::string NoCheck(int) { return {}; }
 
+// One IOF save of `mgr` to `path`; throws with the manager's error text.
+int SaveIof(Quarp::DbMgr& mgr, const std::string& path) {
+  if (mgr.Write(Quarp::UtString(path.c_str())) != Quarp::DbErr::Ok) throw std::runtime_error(mgr.GetLastErrorText());
+  return Ok();
+}
+
+// The limit of a save: `size` bytes written with the flush policy of DbMgr::Write.
+int SaveRaw(const std::string& path, const std::uint8_t* data, std::size_t size) {
+  WriteDurably(path, data, size);
+  return Ok();
+}
+
+// One IOF load of `path` into a new manager; throws with the manager's error text.
+std::unique_ptr<Quarp::DbMgr> LoadIof(const std::string& path) {
+  auto mgr = std::make_unique<Quarp::DbMgr>();
+  if (mgr->Read(Quarp::UtString(path.c_str())) != Quarp::DbErr::Ok) throw std::runtime_error(mgr->GetLastErrorText());
+  return mgr;
+}
+
 void SaveOurs(benchmark::State& state) {
   Context& ctx = *g_ctx;
   Measure(
-      state, "save/IOF",
-      [&] {
-        const Quarp::DbErr err = ctx.ours->Write(Quarp::UtString(ctx.oursPath.c_str()));
-        if (err != Quarp::DbErr::Ok) throw std::runtime_error(ctx.ours->GetLastErrorText());
-        return Ok();
-      },
-      NoCheck);
+      state, "save/IOF", [&] { return SaveIof(*ctx.ours, ctx.oursPath); }, NoCheck);
   SetRates(state, "save/IOF", ctx.records, ctx.oursBytes);
 }
 
 void SaveLimit(benchmark::State& state) {
   Context& ctx = *g_ctx;
   Measure(
-      state, "save/limit",
-      [&] {
-        WriteDurably(ctx.limitPath, ctx.limitData.get(), ctx.oursBytes);
-        return Ok();
-      },
-      NoCheck);
+      state, "save/limit", [&] { return SaveRaw(ctx.limitPath, ctx.limitData.get(), ctx.oursBytes); }, NoCheck);
   SetRates(state, "save/limit", 0, ctx.oursBytes);
 }
 
@@ -294,14 +303,7 @@ void SavePeer(benchmark::State& state) {
 void LoadOurs(benchmark::State& state) {
   Context& ctx = *g_ctx;
   Measure(
-      state, "load/IOF",
-      [&] {
-        auto mgr = std::make_unique<Quarp::DbMgr>();
-        if (mgr->Read(Quarp::UtString(ctx.oursPath.c_str())) != Quarp::DbErr::Ok) {
-          throw std::runtime_error(mgr->GetLastErrorText());
-        }
-        return mgr;
-      },
+      state, "load/IOF", [&] { return LoadIof(ctx.oursPath); },
       [](const std::unique_ptr<Quarp::DbMgr>& mgr) { return CheckOurs(*mgr); });
   SetRates(state, "load/IOF", ctx.records, ctx.oursBytes);
 }
@@ -360,13 +362,7 @@ void MeasureMemory(benchmark::State& state, const std::string& key, Load load) {
 }
 
 void MemoryOurs(benchmark::State& state) {
-  MeasureMemory(state, "IOF", [] {
-    auto mgr = std::make_unique<Quarp::DbMgr>();
-    if (mgr->Read(Quarp::UtString(g_ctx->oursPath.c_str())) != Quarp::DbErr::Ok) {
-      throw std::runtime_error(mgr->GetLastErrorText());
-    }
-    return mgr;
-  });
+  MeasureMemory(state, "IOF", [] { return LoadIof(g_ctx->oursPath); });
   state.counters["file B/record"] = static_cast<double>(g_ctx->oursBytes) / static_cast<double>(g_ctx->records);
 }
 
@@ -399,6 +395,90 @@ void Register() {
   }
   RegisterWalkBenchmarks(g_ctx->moves);
   RegisterCompareBenchmarks(g_ctx->moves);
+}
+
+// ---------------------------------------------------------------------------------------
+// Scaling (--scaling[=N,N,...]): save and load of jobs of several sizes, each against its
+// own limit, so that the time per record can be compared across sizes. Only one job is
+// held at a time: asking for another size drops the previous one.
+
+struct ScaleJob {
+  std::size_t moves = 0;
+  std::size_t records = 0;
+  std::size_t bytes = 0;
+  std::unique_ptr<Quarp::DbMgr> mgr;
+  std::unique_ptr<std::uint8_t[]> data;  // the file's bytes, for the limit of the save
+};
+std::vector<std::size_t> g_scaleSizes;
+std::unique_ptr<ScratchDir> g_scaleDir;
+ScaleJob g_scaleJob;
+std::map<std::size_t, std::pair<std::size_t, std::size_t>> g_scaleFiles;  // moves -> (records, file bytes)
+
+std::string ScaleKey(const char* what, std::size_t moves) { return std::string(what) + "/" + std::to_string(moves); }
+std::string ScalePath(const char* name) { return g_scaleDir->File(name); }
+
+ScaleJob& JobOfSize(std::size_t moves) {
+  if (g_scaleJob.moves == moves && g_scaleJob.mgr) return g_scaleJob;
+  g_scaleJob = ScaleJob();
+  ReleaseFreeMemory();
+  g_scaleJob.mgr = std::make_unique<Quarp::DbMgr>();
+  g_scaleJob.records = BuildIofJob(*g_scaleJob.mgr, moves).records;
+  SaveIof(*g_scaleJob.mgr, ScalePath("job.iof"));
+  g_scaleJob.data = ReadWholeFile(ScalePath("job.iof"), g_scaleJob.bytes);
+  g_scaleJob.moves = moves;
+  g_scaleFiles[moves] = {g_scaleJob.records, g_scaleJob.bytes};
+  return g_scaleJob;
+}
+
+// About two million moves handled per benchmark, at least three iterations.
+int ScaleIterations(std::size_t moves) { return static_cast<int>(std::clamp<std::size_t>(2000000 / moves, 3, 100)); }
+
+void ScaleBenchmark(benchmark::State& state, const char* what, std::size_t moves) {
+  ScaleJob* job = nullptr;
+  try {
+    job = &JobOfSize(moves);
+  } catch (const std::exception& e) {
+    state.SkipWithError(e.what());
+    return;
+  }
+  const std::string key = ScaleKey(what, moves);
+  const std::string path = ScalePath("job.iof");
+  if (std::strcmp(what, "save/IOF") == 0) {
+    Measure(
+        state, key, [&] { return SaveIof(*job->mgr, path); }, NoCheck);
+  } else if (std::strcmp(what, "save/limit") == 0) {
+    Measure(
+        state, key, [&] { return SaveRaw(ScalePath("limit.bin"), job->data.get(), job->bytes); }, NoCheck);
+  } else if (std::strcmp(what, "load/IOF") == 0) {
+    Measure(
+        state, key, [&] { return LoadIof(path); },
+        [&](const std::unique_ptr<Quarp::DbMgr>& mgr) {
+          return mgr->GetCount() == job->records ? std::string()
+                                                 : "loaded " + std::to_string(mgr->GetCount()) + " records";
+        });
+  } else {
+    std::size_t size = 0;
+    Measure(
+        state, key, [&] { return ReadWholeFile(path, size); },
+        [&](const std::unique_ptr<std::uint8_t[]>&) {
+          return size == job->bytes ? std::string() : "read " + std::to_string(size) + " bytes";
+        });
+  }
+  const double mean = g_times[key].Mean();
+  if (mean > 0.0) state.counters["ns/record"] = mean * 1e9 / static_cast<double>(job->records);
+}
+
+void RegisterScaling() {
+  g_scaleDir = std::make_unique<ScratchDir>();
+  for (const std::size_t moves : g_scaleSizes) {
+    for (const char* what : {"save/IOF", "save/limit", "load/IOF", "load/limit"}) {
+      benchmark::RegisterBenchmark(("scale/" + ScaleKey(what, moves)).c_str(),
+                                   [what, moves](benchmark::State& state) { ScaleBenchmark(state, what, moves); })
+          ->Unit(benchmark::kMillisecond)
+          ->Iterations(ScaleIterations(moves))
+          ->UseManualTime();
+    }
+  }
 }
 
 // ---------------------------------------------------------------------------------------
@@ -465,19 +545,79 @@ void PrintSummary(const Context& ctx, std::FILE* out) {
                static_cast<double>(ctx.oursBytes) / static_cast<double>(ctx.records),
                static_cast<double>(ctx.peerBytes) / static_cast<double>(ctx.records));
 
-  const double residentPerMove =
-      g_memory.count("IOF") && g_memory.at("IOF").measured ? g_memory.at("IOF").resident : -1.0;
+  // The targets. Peak: what the load keeps plus at most the file's size on top.
+  const auto measured = [](const char* side, double MemoryFigures::*field) {
+    const auto it = g_memory.find(side);
+    return it != g_memory.end() && it->second.measured ? it->second.*field : -1.0;
+  };
+  const double resident = measured("IOF", &MemoryFigures::resident);
+  const double peak = measured("IOF", &MemoryFigures::peak);
+  const double filePerMove = static_cast<double>(ctx.oursBytes) / static_cast<double>(ctx.moves);
+  const double peakAllowed = resident < 0.0 ? -1.0 : resident + filePerMove;
+  const auto target = [out](const char* what, const std::string& value, const std::string& verdict) {
+    std::fprintf(out, "    %-40s %-10s %s\n", what, value.c_str(), verdict.c_str());
+  };
+  const auto bytes = [](double v) {
+    char buf[32];
+    std::snprintf(buf, sizeof buf, "%.1f", v);
+    return v < 0.0 ? std::string("n/a") : std::string(buf);
+  };
   std::fprintf(out, "\n  targets:\n");
-  std::fprintf(out, "    load: peer/IOF >= 5      %-8s %s\n", RatioText(Ratio("load/peer", "load/IOF")).c_str(),
-               Verdict(Ratio("load/peer", "load/IOF"), 5.0, true).c_str());
-  std::fprintf(out, "    load: IOF/limit <= 4     %-8s %s\n", RatioText(Ratio("load/IOF", "load/limit")).c_str(),
-               Verdict(Ratio("load/IOF", "load/limit"), 4.0, false).c_str());
-  std::fprintf(out, "    save: peer/IOF >= 5      %-8s %s\n", RatioText(Ratio("save/peer", "save/IOF")).c_str(),
-               Verdict(Ratio("save/peer", "save/IOF"), 5.0, true).c_str());
-  std::fprintf(out, "    save: IOF/limit <= 4     %-8s %s\n", RatioText(Ratio("save/IOF", "save/limit")).c_str(),
-               Verdict(Ratio("save/IOF", "save/limit"), 4.0, false).c_str());
-  std::fprintf(out, "    resident B/move <= 200   %-8s %s\n", memory("IOF", &MemoryFigures::resident).c_str(),
-               Verdict(residentPerMove, 200.0, false).c_str());
+  target("load: IOF/limit <= 1.5", RatioText(Ratio("load/IOF", "load/limit")),
+         Verdict(Ratio("load/IOF", "load/limit"), 1.5, false));
+  target("load: peer/IOF >= 5 (aim 10)", RatioText(Ratio("load/peer", "load/IOF")),
+         Verdict(Ratio("load/peer", "load/IOF"), 5.0, true));
+  target("resident B/move <= 128", bytes(resident), Verdict(resident, 128.0, false));
+  target(("peak B/move <= resident + file = " + bytes(peakAllowed)).c_str(), bytes(peak),
+         peak < 0.0 || peakAllowed < 0.0 ? "not measured" : Verdict(peak, peakAllowed, false));
+  target("save: IOF/limit <= 1.5", RatioText(Ratio("save/IOF", "save/limit")),
+         Verdict(Ratio("save/IOF", "save/limit"), 1.5, false));
+  target("save: peer/IOF >= 5", RatioText(Ratio("save/peer", "save/IOF")),
+         Verdict(Ratio("save/peer", "save/IOF"), 5.0, true));
+}
+
+// Time per record of each size, and the largest over the smallest across the sizes:
+// flat means at most 1.5.
+void PrintScaling(std::FILE* out) {
+  std::fprintf(out, "\nIOF scaling: mean time per record (ns) of a whole-job save or load\n\n");
+  std::fprintf(out, "  %10s %10s %10s %10s %10s %10s %10s\n", "moves", "records", "file MB", "save ns", "save/limit",
+               "load ns", "load/limit");
+  std::map<std::string, std::pair<double, double>> spread;  // what -> (min, max) ns/record
+  for (const std::size_t moves : g_scaleSizes) {
+    const auto file = g_scaleFiles.find(moves);
+    if (file == g_scaleFiles.end()) continue;
+    const double records = static_cast<double>(file->second.first);
+    char save[32] = "n/a", load[32] = "n/a";
+    for (auto [what, text] : {std::pair<const char*, char*>{"save/IOF", save},
+                              {"save/limit", nullptr},
+                              {"load/IOF", load},
+                              {"load/limit", nullptr}}) {
+      const auto it = g_times.find(ScaleKey(what, moves));
+      if (it == g_times.end() || it->second.iterations == 0) continue;
+      const double ns = it->second.Mean() * 1e9 / records;
+      if (text) std::snprintf(text, 32, "%.1f", ns);
+      auto [pos, fresh] = spread.try_emplace(what, ns, ns);
+      if (!fresh) pos->second = {std::min(pos->second.first, ns), std::max(pos->second.second, ns)};
+    }
+    std::fprintf(out, "  %10zu %10.0f %10.1f %10s %10s %10s %10s\n", moves, records,
+                 static_cast<double>(file->second.second) / 1e6, save,
+                 RatioText(Ratio(ScaleKey("save/IOF", moves), ScaleKey("save/limit", moves))).c_str(), load,
+                 RatioText(Ratio(ScaleKey("load/IOF", moves), ScaleKey("load/limit", moves))).c_str());
+  }
+  // The limit's own spread says how much of a miss is the system's (the fixed cost of
+  // the flushes on a small save, the page faults of a large read).
+  const auto spreadOf = [&spread](const char* what) {
+    const auto it = spread.find(what);
+    return it == spread.end() ? -1.0 : it->second.second / it->second.first;
+  };
+  std::fprintf(out, "\n  targets (flat: slowest over fastest time per record across the sizes <= 1.5):\n");
+  for (const char* what : {"save", "load"}) {
+    const std::string w = what;
+    const double r = spreadOf((w + "/IOF").c_str());
+    std::fprintf(out, "    %-40s %-10s %-8s (the limit's own spread: %s)\n", (w + ": time per record flat").c_str(),
+                 RatioText(r).c_str(), Verdict(r, 1.5, false).c_str(),
+                 RatioText(spreadOf((w + "/limit").c_str())).c_str());
+  }
 }
 
 // --moves=N (consumed here) or IOF_BENCH_MOVES=N; 0 when the text is not a positive count.
@@ -502,10 +642,26 @@ int main(int argc, char** argv) {
       return 2;
     }
   }
-  // Take --moves=N out of the arguments before Google Benchmark sees them.
+  // Take --moves=N and --scaling[=N,...] out of the arguments before Google Benchmark
+  // sees them.
   int kept = 1;
   for (int i = 1; i < argc; ++i) {
-    if (std::strncmp(argv[i], "--moves=", 8) == 0) {
+    if (std::strcmp(argv[i], "--scaling") == 0) {
+      g_scaleSizes = {10000, 100000, 1000000, 10000000};
+    } else if (std::strncmp(argv[i], "--scaling=", 10) == 0) {
+      g_scaleSizes.clear();
+      for (const char* p = argv[i] + 10; *p;) {
+        const char* comma = std::strchr(p, ',');
+        const std::string item = comma ? std::string(p, comma) : std::string(p);
+        const std::size_t n = ParseMoves(item.c_str());
+        if (n == 0) {
+          std::fprintf(stderr, "iof_bench: --scaling takes counts from 1 to 100000000, not '%s'\n", item.c_str());
+          return 2;
+        }
+        g_scaleSizes.push_back(n);
+        p = comma ? comma + 1 : p + item.size();
+      }
+    } else if (std::strncmp(argv[i], "--moves=", 8) == 0) {
       moves = ParseMoves(argv[i] + 8);
       if (moves == 0) {
         std::fprintf(stderr, "iof_bench: --moves must be a count from 1 to 100000000, not '%s'\n", argv[i] + 8);
@@ -530,6 +686,15 @@ int main(int argc, char** argv) {
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
 
   try {
+    if (!g_scaleSizes.empty()) {  // the scaling alone: the jobs of each size are built as they are needed
+      RegisterScaling();
+      benchmark::RunSpecifiedBenchmarks();
+      benchmark::Shutdown();
+      g_scaleJob = ScaleJob();
+      PrintScaling(summaryOut);
+      g_scaleDir.reset();
+      return 0;
+    }
     Context ctx;
     g_ctx = &ctx;
     ctx.moves = moves;
@@ -538,9 +703,7 @@ int main(int argc, char** argv) {
     BuildOurs(ctx);
     BuildPeer(ctx);
     // The files the loads read, written once here so that any subset of the benchmarks runs.
-    if (ctx.ours->Write(Quarp::UtString(ctx.oursPath.c_str())) != Quarp::DbErr::Ok) {
-      throw std::runtime_error(ctx.ours->GetLastErrorText());
-    }
+    SaveIof(*ctx.ours, ctx.oursPath);
     ctx.oursBytes = FileSize(ctx.oursPath);
     std::size_t size = 0;
     ctx.limitData = ReadWholeFile(ctx.oursPath, size);

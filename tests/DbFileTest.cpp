@@ -446,3 +446,89 @@ TEST(DbFile, LoadedRecordsLiveAndDieOneByOne) {
 }
 
 }  // namespace
+
+namespace {
+
+// A file is read block by block and its records are built as the blocks come in. A file
+// far larger than a block that turns out damaged, or that holds a record from a newer
+// library, deep inside it still leaves the manager as it was, and the damage is named
+// before anything it broke; a record larger than a block loads whole.
+TEST(DbFile, AFileFailingDeepInsideLeavesTheManagerAsItWas) {
+  Quarp::DbMgr source;
+  for (int i = 0; i < 60000; ++i) {
+    auto rec = TestRecord::Create(i, L"a name of some length");
+    source.Add(rec);
+  }
+  auto big = TestRecord::Create(-7, std::wstring(300000, L'x').c_str());
+  source.Add(big);
+  Bytes good;
+  ASSERT_EQ(source.WriteToMemory(good), Quarp::DbErr::Ok);
+  const std::string path = TestSupport::TempPath("large.iof");
+  const Quarp::UtString file(path.c_str());
+
+  TestSupport::WriteFile(path, good);
+  Quarp::DbMgr back;
+  ASSERT_EQ(back.Read(file), Quarp::DbErr::Ok) << back.GetLastErrorText();
+  Quarp::DbCPtr<TestRecord> p;
+  ASSERT_TRUE(back.Get(p, Quarp::DbId(60001), 0));
+  EXPECT_EQ(p->m_Name.GetLength(), 300000);
+
+  // Record 50000 says it is of version 2: 47 header bytes, 54 bytes a record, the
+  // version after a frame of three bytes.
+  Bytes newer = good;
+  newer[47 + 49999 * 54 + 3] = 2;
+  TestSupport::WriteFile(path, newer);
+  Populated damaged;
+  ExpectError(damaged.mgr, damaged.mgr.Read(file), Quarp::DbErr::Corrupt, "checksum mismatch");
+  EXPECT_TRUE(damaged.Unchanged());
+
+  TestSupport::Reseal(newer);
+  TestSupport::WriteFile(path, newer);
+  Populated target;
+  try {
+    target.mgr.Read(file);
+    ADD_FAILURE() << "expected the archive's version error";
+  } catch (const Quarp::UtArchiveException& e) {
+    EXPECT_EQ(e.m_cause, 2);
+    EXPECT_NE(std::string(e.what()).find("record 50000 (TestRecord)"), std::string::npos) << e.what();
+  }
+  EXPECT_TRUE(target.Unchanged());
+}
+
+}  // namespace
+
+namespace {
+
+// A record does not keep its manager: one allocated on its own has it beside it, a
+// loaded one from its load's arena, or (added later to another manager) from what the
+// arena keeps aside.
+TEST(DbFile, ALoadedRecordKnowsEachManagerItIsAddedTo) {
+  Quarp::DbMgr source;
+  for (int i = 0; i < 3; ++i) {
+    auto rec = TestRecord::Create(i);
+    source.Add(rec);
+  }
+  Bytes file;
+  ASSERT_EQ(source.WriteToMemory(file), Quarp::DbErr::Ok);
+  Quarp::DbMgr loaded;
+  ASSERT_EQ(loaded.ReadFromMemory(file), Quarp::DbErr::Ok);
+  Quarp::DbPtr<TestRecord> p;
+  ASSERT_TRUE(loaded.Get(p, Quarp::DbId(2), 0));
+  EXPECT_EQ(p->GetDbMgr(), &loaded);
+
+  ASSERT_TRUE(loaded.Remove(Quarp::DbId(2)));
+  EXPECT_EQ(p->GetDbMgr(), nullptr);
+  Quarp::DbMgr other;
+  EXPECT_EQ(other.Add(p), Quarp::DbId(1));
+  EXPECT_EQ(p->GetDbMgr(), &other);
+  auto fresh = TestRecord::Create(9);
+  other.Add(fresh);
+  EXPECT_EQ(fresh->GetDbMgr(), &other);
+  ASSERT_TRUE(other.Remove(Quarp::DbId(1)));
+  EXPECT_EQ(p->GetDbMgr(), nullptr);
+  EXPECT_EQ(loaded.Add(p), Quarp::DbId(4));
+  EXPECT_EQ(p->GetDbMgr(), &loaded);
+  EXPECT_EQ(p->m_Value, 1);
+}
+
+}  // namespace

@@ -206,10 +206,42 @@ TEST(DbIOFList, ALongListCostsLittle) {
   auto list = DbIOFList::Create(DbIOFList::kStream);
   for (std::uint64_t i = 1; i <= 100000; ++i) list->PushBack(DbId(i));
   EXPECT_EQ(list->Size(), 100000);
-  EXPECT_EQ(sizeof(DbIOFList::Item), 32u);
+  EXPECT_EQ(sizeof(DbIOFList::Item), 24u);
   auto back = DbIOFList::Create(0);
   ASSERT_TRUE(TestSupport::LoadAll(*back, TestSupport::Store(*list)));
   EXPECT_EQ(back->GetTail()->GetId(), DbId(100000));
+}
+
+}  // namespace
+
+namespace {
+
+// A loaded list's items come from the load's arena, in blocks sized to the list: a
+// shallow copy still walks them after the manager and every loaded record are gone, and
+// the list grows past its loaded blocks (the sanitizer build checks every access).
+TEST(DbIOFList, LoadedItemsOutliveTheirManagerInACopy) {
+  Quarp::DbMgr source;
+  auto list = DbIOFList::Create(DbIOFList::kMotionBlock);
+  for (std::uint64_t i = 1; i <= 150; ++i) list->PushBack(DbId(i));
+  source.Add(list);
+  std::vector<std::uint8_t> file;
+  ASSERT_EQ(source.WriteToMemory(file), Quarp::DbErr::Ok);
+
+  std::unique_ptr<DbIOFList> copy;
+  {
+    Quarp::DbMgr mgr;
+    ASSERT_EQ(mgr.ReadFromMemory(file), Quarp::DbErr::Ok);
+    Quarp::DbPtr<DbIOFList> loaded;
+    ASSERT_TRUE(mgr.Get(loaded, DbId(1), 0));
+    loaded->PushBack(DbId(151));
+    loaded->Delete(loaded->GetHead());
+    EXPECT_EQ(loaded->GetTail()->GetList(), loaded.Get());
+    copy = std::make_unique<DbIOFList>(*loaded);
+  }
+  std::vector<std::uint64_t> expected;
+  for (std::uint64_t i = 2; i <= 151; ++i) expected.push_back(i);
+  EXPECT_EQ(Ids(*copy), expected);
+  EXPECT_EQ(IdsBackwards(*copy).size(), 150u);
 }
 
 }  // namespace

@@ -26,7 +26,44 @@ DbBase* DbBase::Clone(DbCloneMode /*mode*/, DbMgr* /*mgr*/, UtIdXRef* /*xref*/, 
 void DbBase::Copy(const DbBase& /*source*/, DbCloneMode /*mode*/, UtIdXRef* /*xref*/) {}
 
 void DbBase::NotifyDirty(bool dirty, bool /*notify*/) {
-  if (m_mgr && dirty) m_mgr->SetModified(true);
+  if (DbMgr* mgr = GetDbMgr(); mgr && dirty) mgr->SetModified(true);
+}
+
+// --- the manager ---------------------------------------------------------------------
+
+namespace {
+// A record allocated on its own is preceded by a word that holds its manager.
+constexpr std::size_t kOwnerWord = sizeof(DbMgr*);
+DbMgr*& OwnerWord(const DbBase* ent) noexcept {
+  return *reinterpret_cast<DbMgr**>(reinterpret_cast<char*>(const_cast<DbBase*>(ent)) - kOwnerWord);
+}
+void* WithOwnerWord(void* raw) noexcept {
+  if (!raw) return nullptr;
+  *static_cast<DbMgr**>(raw) = nullptr;
+  return static_cast<char*>(raw) + kOwnerWord;
+}
+void* RawOf(void* p) noexcept { return static_cast<char*>(p) - kOwnerWord; }
+}  // namespace
+
+DbMgr* DbBase::Owner() const noexcept {
+  if (!(m_refs & kFromArena)) return OwnerWord(this);
+  const Detail::RecordArena* arena = Detail::RecordArena::Of(this);
+  return (m_refs & kForeign) ? arena->ForeignOwner(this) : arena->Owner();
+}
+
+void DbBase::SetOwner(DbMgr* mgr) {
+  if (!(m_refs & kFromArena)) {
+    OwnerWord(this) = mgr;
+    return;
+  }
+  Detail::RecordArena* arena = Detail::RecordArena::Of(this);
+  if (mgr == arena->Owner()) {
+    if (m_refs & kForeign) arena->ForgetForeign(this);
+    m_refs &= ~kForeign;
+    return;
+  }
+  arena->SetForeignOwner(this, mgr);
+  m_refs |= kForeign;
 }
 
 // --- allocation --------------------------------------------------------------------
@@ -35,23 +72,25 @@ void* DbBase::operator new(std::size_t size) {
   if (Detail::RecordArena* arena = Detail::RecordArena::Current()) {
     if (void* p = arena->Allocate(size)) return p;
   }
-  return ::operator new(size);
+  return WithOwnerWord(::operator new(size + kOwnerWord));
 }
 
 void* DbBase::operator new(std::size_t size, const std::nothrow_t&) noexcept {
   if (Detail::RecordArena* arena = Detail::RecordArena::Current()) {
     if (void* p = arena->Allocate(size)) return p;
   }
-  return ::operator new(size, std::nothrow);
+  return WithOwnerWord(::operator new(size + kOwnerWord, std::nothrow));
 }
 
 void DbBase::operator delete(DbBase* p, std::destroying_delete_t) noexcept {
-  const bool fromArena = (p->m_refs & kFromArena) != 0;
+  const std::uint32_t flags = p->m_refs & kFlags;
   p->~DbBase();
-  if (fromArena) {
-    Detail::RecordArena::Of(p)->Release();
+  if (flags & kFromArena) {
+    Detail::RecordArena* arena = Detail::RecordArena::Of(p);
+    if (flags & kForeign) arena->ForgetForeign(p);
+    arena->Release();
   } else {
-    ::operator delete(p);
+    ::operator delete(RawOf(p));
   }
 }
 
@@ -60,11 +99,18 @@ void DbBase::operator delete(void* p) noexcept {
   if (arena && arena->Contains(p)) {
     arena->Release();
   } else {
-    ::operator delete(p);
+    ::operator delete(RawOf(p));
   }
 }
 
 void DbBase::operator delete(void* p, const std::nothrow_t&) noexcept { DbBase::operator delete(p); }
+
+void* DbBase::AllocateLoadBlock(std::size_t size) noexcept {
+  Detail::RecordArena* arena = Detail::RecordArena::Current();
+  return arena ? arena->Allocate(size) : nullptr;
+}
+
+void DbBase::ReleaseLoadBlock(void* block) noexcept { Detail::RecordArena::Of(block)->Release(); }
 
 // --- pointers ----------------------------------------------------------------------
 
@@ -76,7 +122,7 @@ void DbRootPtr::Share(DbBase* ent) noexcept {
 void DbRootPtr::Release() noexcept {
   DbBase* ent = m_ent;
   m_ent = nullptr;
-  if (ent && ent->DropRef() && ent->m_mgr == nullptr) delete ent;
+  if (ent && ent->DropRef() && ent->m_id == 0) delete ent;
 }
 
 DbRootPtr::DbRootPtr(const DbRootPtr& other) noexcept
@@ -138,11 +184,14 @@ bool DbRootPtr::AttachEnt(DbBase* ent, int /*mode*/) {
 bool DbRootPtr::AttachSp(const DbRootPtr& other) { return AttachEnt(other.m_ent, 0); }
 
 void DbRootPtr::Destroy() {
-  if (m_ent && m_ent->m_mgr) m_ent->m_mgr->Remove(m_ent->GetId());
+  if (DbMgr* mgr = m_ent ? m_ent->GetDbMgr() : nullptr) mgr->Remove(m_ent->GetId());
   Release();
 }
 
-DbMgr* DbRootPtr::GetDbMgr() const noexcept { return m_ent && m_ent->m_mgr ? m_ent->m_mgr : m_mgr; }
+DbMgr* DbRootPtr::GetDbMgr() const noexcept {
+  DbMgr* mgr = m_ent ? m_ent->GetDbMgr() : nullptr;
+  return mgr ? mgr : m_mgr;
+}
 
 void DbRootPtr::NullAccess() const {
   Zolt::Diagnostics::Details::InvokeCurrentAssertHandler("quarp/DbPtr", 0, "Quarp::DbRootPtr::NullAccess",

@@ -1,6 +1,7 @@
 // The IOF database file: DbMgr::Write and DbMgr::Read. The format is described byte by
 // byte in docs/FORMAT.md; this file is its only implementation.
 #include "DbMgrTable.h"
+#include "LoadInput.h"
 #include "RecordArena.h"
 
 #include <quarp/DbMgr.h>
@@ -74,7 +75,9 @@ class Sink {
   int Errno() const noexcept { return m_errno; }
 
  private:
-  static constexpr std::size_t kBlock = 1u << 20;
+  // Small enough that the buffer, grown afresh by every save, costs few page faults and
+  // stays in cache; large enough that the writes are few.
+  static constexpr std::size_t kBlock = 256u << 10;
   bool Flush() {
     XXH3_64bits_update(m_state, m_ar.StoredData(), m_ar.StoredSize());
     const bool ok = WriteAll(m_ar.StoredData(), m_ar.StoredSize());
@@ -118,42 +121,6 @@ void StoreFrame(UtArchive& ar, std::uint32_t step, std::uint32_t classIndex, DbB
 }
 
 std::string PathText(const UtString& path) { return path.ToUtf8(); }
-
-// The buffer a file is read into. A large one is mapped fresh from the system and
-// handed back when the load is done, so that a load never keeps the file's size in the
-// heap. (Advising huge pages here made the average load faster but the first load of a
-// process up to twice as slow while the kernel compacted memory: not worth it.)
-class ReadBuffer {
- public:
-  explicit ReadBuffer(std::size_t size) : m_size(size) {
-    if (size < kHuge) {
-      m_data = static_cast<std::uint8_t*>(std::malloc(size > 0 ? size : 1));
-      return;
-    }
-    // Populated at once: one call instead of a trap every 4 KB page while reading.
-    void* p = ::mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_POPULATE, -1, 0);
-    if (p == MAP_FAILED) return;
-    m_data = static_cast<std::uint8_t*>(p);
-    m_mapped = true;
-  }
-  ~ReadBuffer() {
-    if (m_mapped) {
-      ::munmap(m_data, m_size);
-    } else {
-      std::free(m_data);
-    }
-  }
-  ReadBuffer(const ReadBuffer&) = delete;
-  ReadBuffer& operator=(const ReadBuffer&) = delete;
-  std::uint8_t* get() const noexcept { return m_data; }
-  explicit operator bool() const noexcept { return m_data != nullptr; }
-
- private:
-  static constexpr std::size_t kHuge = 2u << 20;
-  std::uint8_t* m_data = nullptr;
-  std::size_t m_size;
-  bool m_mapped = false;
-};
 
 std::string DirectoryOf(const std::string& path) {
   const auto slash = path.rfind('/');
@@ -294,49 +261,73 @@ DbErr DbMgr::Read(const UtString& pathText, bool readOnly) {
     const int e = errno;
     return Fail(e == ENOENT ? DbErr::NotFound : DbErr::Io, "cannot open '" + path + "': " + std::strerror(e));
   }
+  struct Closer {
+    int fd;
+    ~Closer() { ::close(fd); }
+  } closer{fd};
   struct stat st {};
   if (::fstat(fd, &st) != 0) {
-    const int e = errno;
-    ::close(fd);
-    return Fail(DbErr::Io, "cannot read '" + path + "': " + std::strerror(e));
+    return Fail(DbErr::Io, "cannot read '" + path + "': " + std::strerror(errno));
   }
-  if (S_ISDIR(st.st_mode)) {
-    ::close(fd);
-    return Fail(DbErr::Io, "cannot read '" + path + "': it is a directory, not an IOF file");
-  }
-  if (!S_ISREG(st.st_mode)) {
-    ::close(fd);
-    return Fail(DbErr::Io, "cannot read '" + path + "': it is not a regular file");
-  }
-  const auto size = static_cast<std::size_t>(st.st_size);
-  const ReadBuffer data(size);
-  if (!data) {
-    ::close(fd);
-    return Fail(DbErr::Io, "cannot read '" + path + "': not enough memory for " + std::to_string(size) + " bytes");
-  }
-  std::size_t got = 0;
-  while (got < size) {
-    const ssize_t r = ::read(fd, data.get() + got, size - got);
-    if (r < 0) {
-      if (errno == EINTR) continue;
-      const int e = errno;
-      ::close(fd);
-      return Fail(DbErr::Io, "cannot read '" + path + "': " + std::strerror(e));
-    }
-    if (r == 0) break;  // the file shrank while we read it
-    got += static_cast<std::size_t>(r);
-  }
-  ::close(fd);
-  const DbErr err = ReadFromMemory(std::span<const std::uint8_t>(data.get(), got), readOnly);
+  if (S_ISDIR(st.st_mode)) return Fail(DbErr::Io, "cannot read '" + path + "': it is a directory, not an IOF file");
+  if (!S_ISREG(st.st_mode)) return Fail(DbErr::Io, "cannot read '" + path + "': it is not a regular file");
+  Detail::LoadInput input(fd, static_cast<std::size_t>(st.st_size));
+  const DbErr err = Load(input, readOnly);
   if (err != DbErr::Ok) m_lastError = "cannot read '" + path + "': " + m_lastError;
   return err;
 }
 
 DbErr DbMgr::ReadFromMemory(std::span<const std::uint8_t> bytes, bool readOnly) {
-  const std::size_t size = bytes.size();
-  const std::uint8_t* p = bytes.data();
+  Detail::LoadInput input(bytes);
+  return Load(input, readOnly);
+}
+
+namespace {
+
+// Decodes a compact integer of a record's frame from [p, end); false when the bytes end
+// inside it or it does not fit in 64 bits (`malformed`).
+bool DecodeCount(const std::uint8_t*& p, const std::uint8_t* end, std::uint64_t& v, bool& malformed) noexcept {
+  v = 0;
+  for (int shift = 0; shift < 64; shift += 7) {
+    if (p == end) return false;
+    const std::uint8_t b = *p++;
+    if (shift == 63 && b > 1) break;
+    v |= static_cast<std::uint64_t>(b & 0x7F) << shift;
+    if (!(b & 0x80)) return true;
+  }
+  malformed = true;
+  return false;
+}
+
+// Thrown when the file could not be read to its end (LoadInput says why).
+struct InputEnded {};
+
+// Why a load failed, kept until the checksum says whether the bytes were what the
+// writer wrote.
+struct LoadFailure {
+  DbErr err = DbErr::Ok;
+  std::string text;
+  bool newerClass = false;  // a class version newer than this library: rethrown as such
+  explicit operator bool() const noexcept { return err != DbErr::Ok || newerClass; }
+};
+
+}  // namespace
+
+DbErr DbMgr::Load(Detail::LoadInput& in, bool readOnly) {
+  const std::size_t size = in.Size();
+  if (!in.Usable()) return Fail(DbErr::Io, "not enough memory to read " + std::to_string(size) + " bytes");
+  auto inputFailure = [&] {
+    if (in.EndedEarly()) {
+      return Fail(DbErr::Corrupt,
+                  "the file is truncated: it ended while it was read (" + std::to_string(size) + " bytes expected)");
+    }
+    return Fail(DbErr::Io, std::strerror(in.ReadErrno()));
+  };
   if (size == 0) return Fail(DbErr::NotAnIofFile, "the file is empty");
-  if (size < sizeof kMagic || std::memcmp(p, kMagic, sizeof kMagic) != 0) {
+  // What the first bytes and the size say comes before the checksum.
+  if (!in.Ensure(std::min(size, kHeaderSize))) return inputFailure();
+  const std::uint8_t* head = in.Data();
+  if (size < sizeof kMagic || std::memcmp(head, kMagic, sizeof kMagic) != 0) {
     return Fail(DbErr::NotAnIofFile, "not an IOF file (it does not start with the IOF magic number)");
   }
   if (size < kHeaderSize + kTrailerSize) {
@@ -345,157 +336,230 @@ DbErr DbMgr::ReadFromMemory(std::span<const std::uint8_t> bytes, bool readOnly) 
                                     std::to_string(kHeaderSize + kTrailerSize) + " bytes)");
   }
   std::uint32_t version = 0;
-  std::memcpy(&version, p + 8, 4);
+  std::memcpy(&version, head + 8, 4);
   if (version > kFormatVersion) {
     return Fail(DbErr::NewerFormat, "the file uses IOF file format version " + std::to_string(version) +
                                         "; this library reads versions up to " + std::to_string(kFormatVersion));
   }
-  const std::size_t bodyEnd = size - kTrailerSize;
-  std::uint64_t stored = 0;
-  std::memcpy(&stored, p + bodyEnd, 8);
-  const std::uint64_t computed = XXH3_64bits(p, bodyEnd);
-  if (stored != computed) {
-    return Fail(DbErr::Corrupt, "checksum mismatch: the file is damaged or truncated (stored " + Hex(stored) +
-                                    ", computed " + Hex(computed) + ")");
-  }
-  if (version == 0) return Fail(DbErr::Corrupt, "the file declares format version 0, which does not exist");
 
-  UtArchive in(UtArchive::Load, std::span<const std::uint8_t>(p, bodyEnd));
+  // The records are built as the bytes come in, into a new table that becomes the
+  // manager's only when the whole file checked out. Any failure on the way is kept until
+  // the checksum is known: a damaged file is reported as damaged, whatever it broke.
+  LoadFailure failure;
   // The records built below come from one arena (see RecordArena.h), from the moment
   // the guard begins; it ends that on every way out of this function.
   struct ArenaGuard {
-    Detail::RecordArena* arena = new Detail::RecordArena();
+    Detail::RecordArena* arena;
     void Begin() { Detail::RecordArena::SetCurrent(arena); }
+    void End() { Detail::RecordArena::SetCurrent(nullptr); }
     ~ArenaGuard() {
-      Detail::RecordArena::SetCurrent(nullptr);
+      End();
       arena->Release();
     }
-  } arenaGuard;
+  } arenaGuard{new Detail::RecordArena(this)};
   std::unique_ptr<Table> table;
   std::size_t loaded = 0;
   // Records built so far belong to `table` until it is committed; on failure they go.
   auto discard = [&]() {
     if (table) table->ForEach([](std::uint32_t, DbBase* ent) { delete ent; });
+    table.reset();
+  };
+  auto fail = [&](DbErr err, std::string text) {
+    discard();
+    failure.err = err;
+    failure.text = std::move(text);
   };
 
+  std::uint64_t nextId = 0;
   std::uint64_t currentId = 0;
   const char* currentClass = nullptr;  // points into `names`, which outlives the handlers below
   std::vector<std::string> names;
+  // Throws the archive's tooLarge error unless `count` items of at least `each` bytes fit
+  // in what remains of the body.
+  auto checkCount = [&](std::uint64_t count, std::size_t each) {
+    if (count > in.BodyRemaining() / each) {
+      UtArchive::ThrowTooLarge(count, each, in.Position(), in.BodyRemaining());
+    }
+  };
+  // Reads n raw bytes of the body.
+  auto readRaw = [&](void* out, std::size_t n) {
+    if (n > in.BodyRemaining()) UtArchive::ThrowEndOfFile(n, in.Position(), in.BodyRemaining());
+    if (!in.Ensure(n)) throw InputEnded{};
+    std::memcpy(out, in.Data(), n);
+    in.Consume(n);
+  };
+  auto readU32 = [&] {
+    std::uint32_t v = 0;
+    readRaw(&v, sizeof v);
+    return v;
+  };
+  auto readU64 = [&] {
+    std::uint64_t v = 0;
+    readRaw(&v, sizeof v);
+    return v;
+  };
   try {
-    in.Skip(12);
-    const auto flags = in.ReadRaw<std::uint32_t>();
-    if (flags != 0) {
-      return Fail(DbErr::NewerFormat,
-                  "the file uses format features this library does not know (flags " + Hex(flags) + ")");
+    in.Consume(12);  // magic and version, checked above
+    const std::uint32_t flags = readU32();
+    const std::uint64_t count = readU64();
+    nextId = readU64();
+    const std::uint32_t classCount = readU32();
+    if (version == 0) {
+      fail(DbErr::Corrupt, "the file declares format version 0, which does not exist");
+    } else if (flags != 0) {
+      fail(DbErr::NewerFormat, "the file uses format features this library does not know (flags " + Hex(flags) + ")");
+    } else if (nextId == 0 || nextId > kMaxId + 1) {
+      fail(DbErr::Corrupt, "the file's next record id " + std::to_string(nextId) + " is out of range");
     }
-    const auto count = in.ReadRaw<std::uint64_t>();
-    const auto nextId = in.ReadRaw<std::uint64_t>();
-    const auto classCount = in.ReadRaw<std::uint32_t>();
-    if (nextId == 0 || nextId > kMaxId + 1) {
-      return Fail(DbErr::Corrupt, "the file's next record id " + std::to_string(nextId) + " is out of range");
-    }
-    in.CheckCount(classCount, 2);
-    std::vector<const UtSerializeClass*> classes(classCount, nullptr);
-    std::vector<bool> isRecord(classCount, false);
-    names.resize(classCount);
-    for (std::uint32_t i = 0; i < classCount; ++i) {
-      const auto len = in.ReadRaw<std::uint8_t>();
-      if (len == 0) return Fail(DbErr::Corrupt, "class name #" + std::to_string(i) + " is empty");
-      names[i].resize(len);
-      in.ReadBytes(names[i].data(), len);
-      classes[i] = UtSerializeFind(names[i]);
+    if (!failure) checkCount(classCount, 2);
+    std::vector<const UtSerializeClass*> classes;
+    std::vector<bool> isRecord;
+    if (!failure) names.reserve(classCount);
+    for (std::uint32_t i = 0; i < classCount && !failure; ++i) {
+      std::uint8_t len = 0;
+      readRaw(&len, 1);
+      if (len == 0) {
+        fail(DbErr::Corrupt, "class name #" + std::to_string(i) + " is empty");
+        break;
+      }
+      std::string& name = names.emplace_back(len, '\0');
+      readRaw(name.data(), len);
+      const UtSerializeClass* cls = UtSerializeFind(name);
+      classes.push_back(cls);
       // Whether the class makes records is asked once per class, not once per record.
-      if (classes[i] && classes[i]->factory) {
-        const std::unique_ptr<UtObject> probe(classes[i]->factory());
-        isRecord[i] = dynamic_cast<DbBase*>(probe.get()) != nullptr;
+      bool record = false;
+      if (cls && cls->factory) {
+        const std::unique_ptr<UtObject> probe(cls->factory());
+        record = dynamic_cast<DbBase*>(probe.get()) != nullptr;
+      }
+      isRecord.push_back(record);
+    }
+    if (!failure) {
+      // Every record takes at least three bytes (id step, class, length).
+      checkCount(count, 3);
+      if (count >= nextId) {
+        fail(DbErr::Corrupt,
+             "the file holds " + std::to_string(count) + " records but its ids end at " + std::to_string(nextId - 1));
       }
     }
-    // Every record takes at least three bytes (id step, class, length).
-    in.CheckCount(count, 3);
-    if (count >= nextId) {
-      return Fail(DbErr::Corrupt, "the file holds " + std::to_string(count) + " records but its ids end at " +
-                                      std::to_string(nextId - 1));
+    if (!failure) {
+      table = std::make_unique<Table>(Detail::RecordTable::DenseFits(nextId, count));
+      table->Reserve(nextId, count);
     }
-    table = std::make_unique<Table>(Detail::RecordTable::DenseFits(nextId, count));
-    table->Reserve(nextId, count);
 
     UtArchive payload(UtArchive::Load);
     arenaGuard.Begin();
-    for (std::uint64_t r = 0; r < count; ++r) {
-      const std::uint64_t step = in.ReadCount();
+    for (std::uint64_t r = 0; r < count && !failure; ++r) {
+      // The frame: three compact integers of at most ten bytes each.
+      if (!in.Ensure(std::min<std::size_t>(3 * UtArchive::kMaxCountBytes, in.BodyRemaining()))) {
+        throw InputEnded{};
+      }
+      const std::uint8_t* const frame = in.Data();
+      const std::uint8_t* p = frame;
+      const std::uint8_t* const frameEnd = frame + std::min(in.Available(), in.BodyRemaining());
+      std::uint64_t step = 0, cls = 0, length = 0;
+      bool malformed = false;
+      if (!DecodeCount(p, frameEnd, step, malformed) || !DecodeCount(p, frameEnd, cls, malformed) ||
+          !DecodeCount(p, frameEnd, length, malformed)) {
+        const std::size_t at = in.Position() + static_cast<std::size_t>(p - frame);
+        if (malformed) {
+          throw UtArchiveException(UtArchiveException::generic,
+                                   "malformed compact integer at offset " + std::to_string(at));
+        }
+        UtArchive::ThrowEndOfFile(1, at, 0);
+      }
       if (step == 0 || step >= nextId - currentId) {
-        discard();
-        return Fail(DbErr::Corrupt, "record #" + std::to_string(r) + " after " + Describe(currentId, currentClass) +
-                                        " has an id out of order or out of range");
+        fail(DbErr::Corrupt, "record #" + std::to_string(r) + " after " + Describe(currentId, currentClass) +
+                                 " has an id out of order or out of range");
+        break;
       }
       currentId += step;
-      const std::uint64_t cls = in.ReadCount();
-      const std::uint64_t length = in.ReadCount();
-      currentClass = cls < classCount ? names[cls].c_str() : nullptr;
-      if (cls >= classCount) {
-        discard();
-        return Fail(DbErr::Corrupt, "record " + std::to_string(currentId) + " refers to class #" + std::to_string(cls) +
-                                        " but the file names only " + std::to_string(classCount) + " classes");
+      in.Consume(static_cast<std::size_t>(p - frame));
+      currentClass = cls < names.size() ? names[cls].c_str() : nullptr;
+      if (cls >= names.size()) {
+        fail(DbErr::Corrupt, "record " + std::to_string(currentId) + " refers to class #" + std::to_string(cls) +
+                                 " but the file names only " + std::to_string(names.size()) + " classes");
+        break;
       }
-      if (length > in.GetRemaining()) {
-        discard();
-        return Fail(DbErr::Corrupt, Describe(currentId, currentClass) + " claims " + std::to_string(length) +
-                                        " bytes but only " + std::to_string(in.GetRemaining()) + " remain");
+      if (length > in.BodyRemaining()) {
+        fail(DbErr::Corrupt, Describe(currentId, currentClass) + " claims " + std::to_string(length) +
+                                 " bytes but only " + std::to_string(in.BodyRemaining()) + " remain");
+        break;
       }
       if (!classes[cls]) {
-        discard();
-        return Fail(DbErr::UnknownClass, Describe(currentId, currentClass) +
-                                             ": this library does not know the class (is the file from a newer "
-                                             "version, or a library that is not loaded?)");
+        fail(DbErr::UnknownClass, Describe(currentId, currentClass) +
+                                      ": this library does not know the class (is the file from a newer "
+                                      "version, or a library that is not loaded?)");
+        break;
       }
       if (!isRecord[cls]) {
-        discard();
-        return Fail(DbErr::BadRecord, Describe(currentId, currentClass) + ": the class is not a record class");
+        fail(DbErr::BadRecord, Describe(currentId, currentClass) + ": the class is not a record class");
+        break;
       }
+      if (!in.Ensure(static_cast<std::size_t>(length))) throw InputEnded{};
       auto* ent = static_cast<DbBase*>(classes[cls]->factory());
       if (arenaGuard.arena->IsLast(ent)) ent->m_refs |= DbBase::kFromArena;
-      ent->m_mgr = this;
+      ent->SetOwner(this);
       ent->m_id = static_cast<std::uint32_t>(currentId);
       table->Append(static_cast<std::uint32_t>(currentId), ent);
-      payload.Reset(std::span<const std::uint8_t>(p + in.GetPosition(), static_cast<std::size_t>(length)));
-      in.Skip(static_cast<std::size_t>(length));
+      payload.Reset(std::span<const std::uint8_t>(in.Data(), static_cast<std::size_t>(length)));
+      in.Consume(static_cast<std::size_t>(length));
       ent->Serialize(payload);
       if (payload.GetRemaining() != 0) {
-        discard();
-        return Fail(DbErr::BadRecord, Describe(currentId, currentClass) + ": its payload is " + std::to_string(length) +
-                                          " bytes but the class read only " + std::to_string(payload.GetPosition()));
+        fail(DbErr::BadRecord, Describe(currentId, currentClass) + ": its payload is " + std::to_string(length) +
+                                   " bytes but the class read only " + std::to_string(payload.GetPosition()));
+        break;
       }
       ++loaded;
     }
-    if (in.GetRemaining() != 0) {
-      discard();
-      return Fail(DbErr::Corrupt, std::to_string(in.GetRemaining()) + " unexpected bytes after the last record");
+    arenaGuard.End();
+    if (!failure && in.BodyRemaining() != 0) {
+      fail(DbErr::Corrupt, std::to_string(in.BodyRemaining()) + " unexpected bytes after the last record");
     }
-    // Commit: the loaded records replace the manager's contents.
-    Clear();
-    m_table = std::move(table);
-    SyncLookup();
-    m_count = loaded;
-    m_nextId = static_cast<std::uint32_t>(nextId);
-  } catch (const UtArchiveException& e) {
+  } catch (const InputEnded&) {
     discard();
+    return inputFailure();
+  } catch (const UtArchiveException& e) {
     const std::string where = currentId ? Describe(currentId, currentClass) : std::string("the file header");
     if (e.m_cause == UtArchiveException::badSchema) {
-      // A record from a newer library: the caller of Read gets the archive's version error.
-      m_lastError = where + ": " + e.what();
-      throw UtArchiveException(UtArchiveException::badSchema, m_lastError);
+      fail(DbErr::BadRecord, where + ": " + e.what());
+      failure.newerClass = true;
+    } else {
+      fail(currentId ? DbErr::BadRecord : DbErr::Corrupt, where + " does not read back: " + e.what());
     }
-    return Fail(currentId ? DbErr::BadRecord : DbErr::Corrupt, where + " does not read back: " + e.what());
   } catch (const std::bad_alloc&) {
-    discard();
-    return Fail(DbErr::Corrupt, "out of memory while loading " + Describe(currentId, currentClass));
+    fail(DbErr::Corrupt, "out of memory while loading " + Describe(currentId, currentClass));
   } catch (const std::exception& e) {
-    discard();
-    return Fail(DbErr::BadRecord, Describe(currentId, currentClass) + " does not read back: " + e.what());
+    fail(DbErr::BadRecord, Describe(currentId, currentClass) + " does not read back: " + e.what());
   } catch (...) {
-    discard();
-    return Fail(DbErr::BadRecord, Describe(currentId, currentClass) + " does not read back");
+    fail(DbErr::BadRecord, Describe(currentId, currentClass) + " does not read back");
   }
+  arenaGuard.End();
+
+  // The checksum decides: a damaged file is reported as such before anything it broke.
+  std::uint64_t stored = 0, computed = 0;
+  if (!in.Finish(stored, computed)) {
+    discard();
+    return inputFailure();
+  }
+  if (stored != computed) {
+    discard();
+    return Fail(DbErr::Corrupt, "checksum mismatch: the file is damaged or truncated (stored " + Hex(stored) +
+                                    ", computed " + Hex(computed) + ")");
+  }
+  if (failure.newerClass) {
+    // A record from a newer library: the caller of Read gets the archive's version error.
+    m_lastError = failure.text;
+    throw UtArchiveException(UtArchiveException::badSchema, m_lastError);
+  }
+  if (failure) return Fail(failure.err, failure.text);
+
+  // Commit: the loaded records replace the manager's contents.
+  Clear();
+  m_table = std::move(table);
+  SyncLookup();
+  m_count = loaded;
+  m_nextId = static_cast<std::uint32_t>(nextId);
   m_readOnly = readOnly;
   m_modified = false;
   m_lastError.clear();

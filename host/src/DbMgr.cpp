@@ -13,7 +13,6 @@ DbMgr::DbMgr(bool /*undo*/, DbCeo* /*ceo*/, bool /*temporary*/) : DbMgr() {}
 DbMgr::~DbMgr() { Clear(); }
 
 void DbMgr::Dispose(DbBase* ent) noexcept {
-  ent->m_mgr = nullptr;
   ent->m_id = 0;
   if (ent->Unreferenced()) delete ent;  // otherwise the pointers that refer to it own it now
 }
@@ -32,9 +31,9 @@ DbErr DbMgr::Fail(DbErr err, std::string text) {
 }
 
 void DbMgr::Adopt(DbBase* ent, std::uint32_t id) {
-  ent->m_mgr = this;
-  ent->m_id = id;
+  ent->SetOwner(this);
   m_table->Append(id, ent);
+  ent->m_id = id;
   SyncLookup();
   ++m_count;
 }
@@ -54,7 +53,7 @@ DbId DbMgr::Add(DbRootPtr& ptr) {
     Fail(DbErr::InvalidArgument, "cannot add a null record");
     return DbId();
   }
-  if (ent->m_mgr) {
+  if (ent->m_id != 0) {
     ptr.SetErr(DbErr::InvalidArgument);
     Fail(DbErr::InvalidArgument, "the record is already held by a manager (id " + std::to_string(ent->m_id) + ")");
     return DbId();

@@ -5,14 +5,62 @@
 // keeps (id, record) pairs sorted by id and looks ids up by binary search.
 #pragma once
 
+#include "RecordArena.h"
+
 #include <quarp/DbBase.h>
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
+#include <new>
 #include <utility>
 #include <vector>
 
 namespace Quarp::Detail {
+
+// The dense slots of a table: an array of record pointers that grows by doubling. A
+// large one is mapped from the system, on large pages where it gives them (see
+// MapPages): a table of millions of ids is looked up at random by every walk.
+class SlotArray {
+ public:
+  SlotArray() = default;
+  SlotArray(const SlotArray&) = delete;
+  SlotArray& operator=(const SlotArray&) = delete;
+  ~SlotArray() { UnmapPages(m_data, m_capacity * sizeof(DbBase*)); }
+
+  DbBase** data() noexcept { return m_data; }
+  DbBase* const* data() const noexcept { return m_data; }
+  std::size_t size() const noexcept { return m_size; }
+  DbBase*& operator[](std::size_t i) noexcept { return m_data[i]; }
+  DbBase* operator[](std::size_t i) const noexcept { return m_data[i]; }
+
+  // Room for n slots; `populate` faults the memory in at once (a load fills it all).
+  void Reserve(std::size_t n, bool populate) {
+    if (n <= m_capacity) return;
+    auto* data = static_cast<DbBase**>(MapPages(n * sizeof(DbBase*), populate));
+    if (!data) throw std::bad_alloc();
+    if (m_size > 0) std::memcpy(data, m_data, m_size * sizeof(DbBase*));
+    UnmapPages(m_data, m_capacity * sizeof(DbBase*));
+    m_data = data;
+    m_capacity = n;
+  }
+  void PushBack(DbBase* ent) {
+    if (m_size == m_capacity) Reserve(m_capacity < 16 ? 16 : 2 * m_capacity, false);
+    m_data[m_size++] = ent;
+  }
+  // Grows to n slots, the new ones null.
+  void Resize(std::size_t n) {
+    if (n <= m_size) return;
+    if (n > m_capacity) Reserve(n > 2 * m_capacity ? n : 2 * m_capacity, false);
+    std::memset(m_data + m_size, 0, (n - m_size) * sizeof(DbBase*));
+    m_size = n;
+  }
+
+ private:
+  DbBase** m_data = nullptr;
+  std::size_t m_size = 0;
+  std::size_t m_capacity = 0;
+};
 
 class RecordTable {
  public:
@@ -20,15 +68,17 @@ class RecordTable {
   static bool DenseFits(std::uint64_t nextId, std::uint64_t count) noexcept { return nextId <= 2 * count + (1u << 20); }
 
   explicit RecordTable(bool dense = true) : m_dense(dense) {
-    if (m_dense) m_slots.push_back(nullptr);  // id 0 is the null id
+    if (m_dense) m_slots.PushBack(nullptr);  // id 0 is the null id
   }
 
-  // Prepares for `count` records with ids below `nextId`.
+  // Prepares for `count` records with ids below `nextId`, with the memory faulted in at
+  // once.
   void Reserve(std::uint64_t nextId, std::uint64_t count) {
     if (m_dense) {
-      m_slots.reserve(static_cast<std::size_t>(nextId));
+      m_slots.Reserve(static_cast<std::size_t>(nextId), true);
     } else {
       m_pairs.reserve(static_cast<std::size_t>(count));
+      PopulatePages(m_pairs.data(), m_pairs.capacity() * sizeof(Pair));
     }
   }
 
@@ -49,10 +99,10 @@ class RecordTable {
   void Append(std::uint32_t id, DbBase* ent) {
     if (m_dense) {
       if (m_slots.size() == id) {
-        m_slots.push_back(ent);  // ids without holes: the common case
+        m_slots.PushBack(ent);  // ids without holes: the common case
         return;
       }
-      if (m_slots.size() < id) m_slots.resize(static_cast<std::size_t>(id) + 1, nullptr);
+      m_slots.Resize(static_cast<std::size_t>(id) + 1);
       m_slots[id] = ent;
     } else {
       m_pairs.emplace_back(id, ent);
@@ -110,7 +160,7 @@ class RecordTable {
  private:
   using Pair = std::pair<std::uint32_t, DbBase*>;
   bool m_dense;
-  std::vector<DbBase*> m_slots;
+  SlotArray m_slots;
   std::vector<Pair> m_pairs;
 };
 

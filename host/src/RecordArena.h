@@ -5,16 +5,23 @@
 // by one costs an allocator call and, for a fresh process, a page fault every few
 // dozen records. Instead, while DbMgr::Read builds records, DbBase::operator new bumps
 // them out of large chunks mapped fresh from the system. Each
-// 2 MB chunk starts with a pointer to its arena, so a record finds its arena from its
-// own address; the arena counts its live records and returns all its memory when the
-// last one is deleted. Records deleted earlier leave their space unused until then.
+// 2 MB chunk starts with a pointer to its arena, so a record finds its arena (and its
+// manager) from its own address; the arena counts its live records and returns all its
+// memory when the last one is deleted. Records deleted earlier leave their space unused
+// until then.
 #pragma once
 
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <mutex>
+#include <unordered_map>
 #include <utility>
 #include <vector>
+
+namespace Quarp {
+class DbMgr;
+}
 
 namespace Quarp::Detail {
 
@@ -22,8 +29,9 @@ class RecordArena {
  public:
   static constexpr std::size_t kChunk = std::size_t{2} << 20;
 
-  // A new arena, held by its creator (release it with Release).
-  RecordArena() = default;
+  // A new arena for the records of a load into `owner`, held by its creator (release
+  // it with Release).
+  explicit RecordArena(DbMgr* owner) noexcept : m_owner(owner) {}
   RecordArena(const RecordArena&) = delete;
   RecordArena& operator=(const RecordArena&) = delete;
 
@@ -38,6 +46,15 @@ class RecordArena {
   void Release() noexcept {
     if (m_live.fetch_sub(1, std::memory_order_acq_rel) == 1) delete this;
   }
+  // The manager the arena's records belong to while they are in one. A record added to
+  // another manager later (after it was removed from this one) is a foreign one: the
+  // arena keeps its manager aside, under a lock, as records of one arena may be in
+  // managers used on different threads.
+  DbMgr* Owner() const noexcept { return m_owner; }
+  DbMgr* ForeignOwner(const void* record) const noexcept;
+  void SetForeignOwner(const void* record, DbMgr* mgr);
+  void ForgetForeign(const void* record) noexcept;
+
   // The arena a record allocated from an arena lives in.
   static RecordArena* Of(const void* p) noexcept {
     return reinterpret_cast<const ChunkHeader*>(reinterpret_cast<std::uintptr_t>(p) & ~(kChunk - 1))->arena;
@@ -63,10 +80,23 @@ class RecordArena {
   char* m_regionEnd = nullptr;
   std::size_t m_nextRegionSize = 2 * kChunk;
   void* m_last = nullptr;
+  DbMgr* m_owner;
+  mutable std::mutex m_foreignLock;
+  std::unordered_map<const void*, DbMgr*> m_foreign;
 
   // Initial-exec: the framework is linked at start-up, and the lookup sits on the path
   // of every record allocation.
   static thread_local RecordArena* t_current __attribute__((tls_model("initial-exec")));
 };
+
+// Memory for buffers and tables: a small block from the allocator, a large one mapped
+// fresh (on large pages from 2 MB up, where the system gives them), faulted in at once
+// when `populate` says so: one call instead of a trap every 4 KB page, which costs far
+// more where page faults are expensive. Null when none is left. Release it with
+// UnmapPages and the same size.
+void* MapPages(std::size_t size, bool populate = true) noexcept;
+void UnmapPages(void* p, std::size_t size) noexcept;
+// Faults in the whole pages inside [p, p + size) at once.
+void PopulatePages(void* p, std::size_t size) noexcept;
 
 }  // namespace Quarp::Detail

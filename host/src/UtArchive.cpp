@@ -42,17 +42,22 @@ void UtArchive::OpenGap(std::size_t at, std::size_t n) {
   m_used += n;
 }
 
-void UtArchive::ThrowEndOfFile(std::size_t wanted) const {
+void UtArchive::ThrowEndOfFile(std::size_t wanted, std::size_t offset, std::size_t remaining) {
   throw UtArchiveException(UtArchiveException::endOfFile, "read past the end of the data: " + std::to_string(wanted) +
-                                                              " bytes wanted at offset " + std::to_string(m_pos) +
-                                                              ", " + std::to_string(m_size - m_pos) + " remain");
+                                                              " bytes wanted at offset " + std::to_string(offset) +
+                                                              ", " + std::to_string(remaining) + " remain");
 }
 
-void UtArchive::ThrowTooLarge(std::uint64_t count, std::size_t each) const {
+void UtArchive::ThrowTooLarge(std::uint64_t count, std::size_t each, std::size_t offset, std::size_t remaining) {
   throw UtArchiveException(UtArchiveException::tooLarge, "a count of " + std::to_string(count) + " (at least " +
                                                              std::to_string(each) + " bytes each) is larger than the " +
-                                                             std::to_string(m_size - m_pos) +
-                                                             " bytes that remain at offset " + std::to_string(m_pos));
+                                                             std::to_string(remaining) +
+                                                             " bytes that remain at offset " + std::to_string(offset));
+}
+
+void UtArchive::ThrowEndOfFile(std::size_t wanted) const { ThrowEndOfFile(wanted, m_pos, m_size - m_pos); }
+void UtArchive::ThrowTooLarge(std::uint64_t count, std::size_t each) const {
+  ThrowTooLarge(count, each, m_pos, m_size - m_pos);
 }
 
 std::uint64_t UtArchive::ReadCountSlow() {

@@ -28,7 +28,7 @@ class DbBase : public UtObject {
 
   // Identity: the record's id in its manager (null before DbMgr::Add) and the manager.
   DbId GetId() const noexcept { return DbId(m_id); }
-  DbMgr* GetDbMgr() const noexcept { return m_mgr; }
+  DbMgr* GetDbMgr() const noexcept { return m_id != 0 ? Owner() : nullptr; }
 
   // The framework part of a record carries no data of its own.
   void Serialize(UtArchive& ar) override;
@@ -57,15 +57,22 @@ class DbBase : public UtObject {
   // Marks the record's manager as modified.
   void NotifyDirty(bool dirty = true, bool notify = true);
 
-  // Allocation. Records are allocated one by one, except those DbMgr::Read builds,
-  // which come in bulk from an arena of that load; delete returns either kind to where
-  // it came from. A record class must not need an alignment above 8.
+  // Allocation. Records are allocated one by one (with a word in front of them for their
+  // manager), except those DbMgr::Read builds, which come in bulk from an arena of that
+  // load; delete returns either kind to where it came from. A record class must not
+  // need an alignment above 8.
   static void* operator new(std::size_t size);
   static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
   void operator delete(DbBase* p, std::destroying_delete_t) noexcept;
   // For a constructor that throws.
   static void operator delete(void* p) noexcept;
   static void operator delete(void* p, const std::nothrow_t&) noexcept;
+
+  // Memory for what a record keeps beside it (a list's items), while DbMgr::Read builds
+  // records: a block of the load's arena, faulted in with the records; null outside a
+  // load (and in the sanitizer build). The block keeps the arena until ReleaseLoadBlock.
+  static void* AllocateLoadBlock(std::size_t size) noexcept;
+  static void ReleaseLoadBlock(void* block) noexcept;
 
  protected:
   DbBase() noexcept = default;
@@ -77,15 +84,24 @@ class DbBase : public UtObject {
   friend class DbMgr;
   friend class DbRootPtr;
 
-  static constexpr std::uint32_t kFromArena = 1u << 31;  // a flag kept in m_refs
+  // Flags kept in m_refs.
+  static constexpr std::uint32_t kFromArena = 1u << 31;  // allocated from a load's arena
+  static constexpr std::uint32_t kForeign = 1u << 30;    // from an arena, now in another manager
+  static constexpr std::uint32_t kFlags = kFromArena | kForeign;
   void AddRef() noexcept { ++m_refs; }
   // Drops one pointer's reference; true when none is left.
-  bool DropRef() noexcept { return (--m_refs & ~kFromArena) == 0; }
-  bool Unreferenced() const noexcept { return (m_refs & ~kFromArena) == 0; }
+  bool DropRef() noexcept { return (--m_refs & ~kFlags) == 0; }
+  bool Unreferenced() const noexcept { return (m_refs & ~kFlags) == 0; }
 
-  DbMgr* m_mgr = nullptr;
-  std::uint32_t m_id = 0;    // ids are 32-bit within a manager (4 billion records)
-  std::uint32_t m_refs = 0;  // pointers referring to this record, and kFromArena
+  // The manager of a record in one. A record does not keep it (millions of records, one
+  // manager): one allocated on its own has it in a word just before the record, one
+  // from a load's arena has it from its arena (see RecordArena.h).
+  DbMgr* Owner() const noexcept;
+  // Makes `mgr` the record's manager; the caller sets the id.
+  void SetOwner(DbMgr* mgr);
+
+  std::uint32_t m_id = 0;    // ids are 32-bit within a manager (4 billion records); 0: in none
+  std::uint32_t m_refs = 0;  // pointers referring to this record, and the flags
 };
 
 }  // namespace Quarp

@@ -35,6 +35,9 @@
 
 namespace Quarp {
 
+namespace Detail {
+class LoadInput;
+}
 class DbCeo;  // the host's undo/transaction controller; not part of this framework
 
 class DbMgr {
@@ -109,6 +112,8 @@ class DbMgr {
  private:
   struct Table;
   DbErr Fail(DbErr err, std::string text);
+  // Loads a whole file from `input`: the one implementation behind Read and ReadFromMemory.
+  DbErr Load(Detail::LoadInput& input, bool readOnly);
   void Adopt(DbBase* ent, std::uint32_t id);
   static void Dispose(DbBase* ent) noexcept;
   DbBase* Find(DbId id) const noexcept;

@@ -175,6 +175,12 @@ class UtArchive {
   std::size_t GetRemaining() const noexcept { return m_size - m_pos; }
   std::size_t GetSize() const noexcept { return m_size; }
 
+  // The errors of a loading archive, for readers that check framed bytes themselves:
+  // `remaining` bytes remain at `offset`.
+  [[noreturn]] static void ThrowEndOfFile(std::size_t wanted, std::size_t offset, std::size_t remaining);
+  [[noreturn]] static void ThrowTooLarge(std::uint64_t count, std::size_t each, std::size_t offset,
+                                         std::size_t remaining);
+
  private:
   [[noreturn]] void ThrowEndOfFile(std::size_t wanted) const;
   [[noreturn]] void ThrowTooLarge(std::uint64_t count, std::size_t each) const;

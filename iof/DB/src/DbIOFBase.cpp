@@ -12,20 +12,47 @@ std::atomic<int> DbIOFBase::s_TypeIdx{-1};
 DbIOFBase::DbIOFBase() = default;
 DbIOFBase::~DbIOFBase() = default;
 
+DbIOFBase::Extra::Extra(const Extra& other)
+    : name(other.name),
+      attributes(other.attributes ? std::make_unique<UtIOFAttribMap>(*other.attributes) : nullptr),
+      subLists(other.subLists) {}
+DbIOFBase::Extra::~Extra() = default;
+
 DbIOFBase::DbIOFBase(const DbIOFBase& other)
-    : Quarp::DbBase(other),
-      m_Name(other.m_Name),
-      m_Attributes(other.m_Attributes ? std::make_unique<UtIOFAttribMap>(*other.m_Attributes) : nullptr),
-      m_SubLists(other.m_SubLists) {}
+    : Quarp::DbBase(other), m_Extra(other.m_Extra ? std::make_unique<Extra>(*other.m_Extra) : nullptr) {}
 
 DbIOFBase& DbIOFBase::operator=(const DbIOFBase& other) {
   if (this == &other) return *this;
   Quarp::DbBase::operator=(other);
-  m_Name = other.m_Name;
+  if (!other.m_Extra) {
+    m_Extra.reset();
+    return *this;
+  }
+  Extra& extra = MakeExtra();
+  extra.name = other.m_Extra->name;
   // A fresh copy replaces (and destroys) the map held so far.
-  m_Attributes = other.m_Attributes ? std::make_unique<UtIOFAttribMap>(*other.m_Attributes) : nullptr;
-  m_SubLists = other.m_SubLists;
+  extra.attributes = other.m_Extra->attributes ? std::make_unique<UtIOFAttribMap>(*other.m_Extra->attributes) : nullptr;
+  extra.subLists = other.m_Extra->subLists;
   return *this;
+}
+
+DbIOFBase::Extra& DbIOFBase::MakeExtra() {
+  if (!m_Extra) m_Extra = std::make_unique<Extra>();
+  return *m_Extra;
+}
+
+const CString& DbIOFBase::Name() const noexcept {
+  static const CString empty;
+  return m_Extra ? m_Extra->name : empty;
+}
+
+void DbIOFBase::SetIOFName(const CString& name) {
+  if (m_Extra || !name.IsEmpty()) MakeExtra().name = name;
+}
+
+const Quarp::UtSArrayEx<Quarp::DbId>& DbIOFBase::GetSubLists() const noexcept {
+  static const Quarp::UtSArrayEx<Quarp::DbId> none;
+  return m_Extra ? m_Extra->subLists : none;
 }
 
 const Quarp::UtString& DbIOFBase::GetClass() const {
@@ -42,13 +69,14 @@ bool DbIOFBase::ContainsType(std::uint64_t code) const {
 int DbIOFBase::GetSubclassLevel(int n) const { return n + 2; }
 
 UtIOFAttribMap& DbIOFBase::GetAttributes() {
-  if (!m_Attributes) m_Attributes = std::make_unique<UtIOFAttribMap>();
-  return *m_Attributes;
+  Extra& extra = MakeExtra();
+  if (!extra.attributes) extra.attributes = std::make_unique<UtIOFAttribMap>();
+  return *extra.attributes;
 }
 
 const UtIOFAttribMap& DbIOFBase::GetAttributes() const {
   static const UtIOFAttribMap empty;
-  return m_Attributes ? *m_Attributes : empty;
+  return m_Extra && m_Extra->attributes ? *m_Extra->attributes : empty;
 }
 
 bool DbIOFBase::AddSubList(Quarp::DbId id) {
@@ -56,7 +84,7 @@ bool DbIOFBase::AddSubList(Quarp::DbId id) {
   if (!mgr) return false;
   Quarp::DbBaseCPtr target(nullptr);
   if (!mgr->Get(target, id, 0)) return false;
-  m_SubLists.Add(id);
+  MakeExtra().subLists.Add(id);
   return true;
 }
 
@@ -64,7 +92,7 @@ Quarp::DbId DbIOFBase::GetSubList(int kinds) const {
   Quarp::DbMgr* mgr = GetDbMgr();
   if (!mgr) return Quarp::DbId();
   Quarp::DbCPtr<DbIOFList> list(nullptr);
-  for (const Quarp::DbId id : m_SubLists) {
+  for (const Quarp::DbId id : GetSubLists()) {
     if (mgr->Get(list, id, 0) && (list->GetListType() & kinds) != 0) return id;
   }
   return Quarp::DbId();
@@ -73,51 +101,70 @@ Quarp::DbId DbIOFBase::GetSubList(int kinds) const {
 CString DbIOFBase::ToIOFString() const { return CString(L"DbIOFBase Base"); }
 
 bool DbIOFBase::Compare(const Quarp::DbCPtr<DbIOFBase>& other, CString& report) const {
-  return CompareProperty(m_Name, other->m_Name, CString(L"m_Name"), report);
+  return CompareProperty(Name(), other->Name(), CString(L"m_Name"), report);
 }
 
 void DbIOFBase::Serialize(Quarp::UtArchive& ar) {
   const unsigned version = Quarp::UtSerializeVersion(ar, kVersion);
   Quarp::DbBase::Serialize(ar);
   if (ar.IsStoring()) {
-    ar << m_Name;
-    if (m_Attributes) {
-      m_Attributes->Serialize(ar);
+    ar << Name();
+    if (m_Extra && m_Extra->attributes) {
+      m_Extra->attributes->Serialize(ar);
     } else {
       UtIOFAttribMap::StoreEmpty(ar);
     }
-    m_SubLists.Serialize(ar);
+    if (m_Extra) {
+      m_Extra->subLists.Serialize(ar);
+    } else {
+      Quarp::UtSArrayEx<Quarp::DbId>().Serialize(ar);
+    }
     return;
   }
   Quarp::UtCheckVersion(version, kVersion, kClassName);
-  ar >> m_Name;
-  if (m_Attributes) {
-    m_Attributes->Serialize(ar);
+  // Most records carry none of the three: the block is made only when the archive
+  // holds one of them (or the record has it already).
+  CString name;
+  ar >> name;
+  if (m_Extra || !name.IsEmpty()) MakeExtra().name = std::move(name);
+  if (m_Extra && m_Extra->attributes) {
+    m_Extra->attributes->Serialize(ar);
   } else {
-    // Most records carry no attributes: a map is made only when the archive holds one.
     const std::int32_t count = UtIOFAttribMap::LoadHeader(ar);
     if (count != 0) {
       auto loaded = std::make_unique<UtIOFAttribMap>();
       loaded->LoadEntries(ar, count);
-      if (!loaded->IsEmpty()) m_Attributes = std::move(loaded);
+      if (!loaded->IsEmpty()) MakeExtra().attributes = std::move(loaded);
     }
   }
-  m_SubLists.Serialize(ar);
+  if (m_Extra) {
+    m_Extra->subLists.Serialize(ar);
+  } else {
+    Quarp::UtSArrayEx<Quarp::DbId> ids;
+    ids.Serialize(ar);
+    if (!ids.IsEmpty()) MakeExtra().subLists = std::move(ids);
+  }
 }
 
 void DbIOFBase::Copy(const Quarp::DbBase& source, Quarp::DbCloneMode mode, Quarp::UtIdXRef* xref) {
   Quarp::DbBase::Copy(source, mode, xref);
   const auto* src = dynamic_cast<const DbIOFBase*>(&source);
   if (!src || src == this) return;
-  m_Name = src->m_Name;
-  m_SubLists = src->m_SubLists;
   // The attribute map is deliberately not copied.
+  if (src->m_Extra) {
+    Extra& extra = MakeExtra();
+    extra.name = src->m_Extra->name;
+    extra.subLists = src->m_Extra->subLists;
+  } else if (m_Extra) {
+    m_Extra->name.Empty();
+    m_Extra->subLists.RemoveAll();
+  }
 }
 
 void DbIOFBase::VisitFields(FieldVisitor& visitor) const {
-  visitor.OnString("m_Name", m_Name);
+  visitor.OnString("m_Name", Name());
   visitor.OnAttributes("m_Attributes", GetAttributes());
-  Detail::VisitValue(visitor, "m_SubLists", m_SubLists);
+  Detail::VisitValue(visitor, "m_SubLists", GetSubLists());
 }
 
 // --- property comparisons ----------------------------------------------------------------

@@ -2,7 +2,9 @@
 
 #include "RecordImpl.h"
 
-#include <memory>
+#include <algorithm>
+#include <cstdint>
+#include <new>
 #include <vector>
 
 namespace IOF {
@@ -10,51 +12,100 @@ namespace IOF {
 IOF_IMPLEMENT_RECORD_TYPE(DbIOFList)
 IOF_IMPLEMENT_RECORD_CREATION(DbIOFList)
 
-// Items are carved from chunks that grow geometrically, so a list of a million items
-// costs 32 bytes per item and a thousand allocations, not a million. Freed items go on
-// a free list. The pool is shared by the shallow copies of a list and released with the
-// last of them, all chunks at once.
+// Items are carved from blocks of up to 64 that the pool chains together, so a list of
+// a million items costs 24 bytes an item and one allocation per 64 items, not a million.
+// A block starts with a header that names the list that made its items (an item finds
+// it from its slot, so it needs no pointer of its own) and marks the freed ones; freed
+// items go on a free list. While DbMgr::Read builds records, blocks come from the load's
+// arena beside the records, and a list being loaded sizes its blocks to the items it
+// reads. The pool is shared by the shallow copies of a list and released with the last
+// of them, all blocks at once.
 class DbIOFList::ItemPool {
  public:
+  static constexpr unsigned kMaxBlock = 64;  // the slot takes six bits
+
   ItemPool() = default;
   ItemPool(const ItemPool&) = delete;
   ItemPool& operator=(const ItemPool&) = delete;
+  ~ItemPool() {
+    for (Block* block = m_Blocks; block;) {
+      Block* next = block->next;
+      if (block->fromLoad) {
+        Quarp::DbBase::ReleaseLoadBlock(block);
+      } else {
+        ::operator delete(block);
+      }
+      block = next;
+    }
+  }
 
   void AddRef() noexcept { ++m_Refs; }
   // Returns true when this was the last reference.
   bool Release() noexcept { return --m_Refs == 0; }
   bool IsShared() const noexcept { return m_Refs > 1; }
+  // The next `n` items come in a row (a list being loaded): blocks are sized to them.
+  void Expect(std::size_t n) noexcept { m_Expected = n; }
 
-  Item* Allocate() {
-    if (m_Free) {
+  Item* Allocate(DbIOFList* list, Quarp::DbId id) {
+    if (m_Free && BlockOf(m_Free)->list == list) {
       Item* item = m_Free;
-      m_Free = item->m_Next;
-      return new (item) Item();
+      m_Free = item->GetNext();
+      const unsigned slot = item->Slot();
+      BlockOf(item)->freed &= ~(std::uint64_t{1} << slot);
+      return new (item) Item(id, slot);
     }
-    if (m_Used == m_ChunkSize) {
-      m_ChunkSize = m_Chunks.empty() ? 4 : std::min<std::size_t>(m_ChunkSize * 2, 4096);
-      m_Chunks.push_back(std::make_unique_for_overwrite<Slot[]>(m_ChunkSize));
-      m_Used = 0;
-    }
-    return new (&m_Chunks.back()[m_Used++]) Item();
+    if (!m_Blocks || m_Blocks->list != list || m_Used == m_Blocks->capacity) NewBlock(list);
+    if (m_Expected > 0) --m_Expected;
+    const unsigned slot = m_Used++;
+    return new (m_Blocks->Items() + slot) Item(id, slot);
   }
   void Free(Item* item) noexcept {
-    item->m_List = nullptr;  // marks the item as freed
-    item->m_Prev = nullptr;
-    item->m_Next = m_Free;
+    BlockOf(item)->freed |= std::uint64_t{1} << item->Slot();
+    item->SetPrev(nullptr);
+    item->SetNext(m_Free);
     m_Free = item;
   }
+  static bool IsFreed(const Item* item) noexcept { return (BlockOf(item)->freed >> item->Slot() & 1) != 0; }
+  static DbIOFList* ListOf(const Item* item) noexcept { return IsFreed(item) ? nullptr : BlockOf(item)->list; }
 
  private:
-  struct Slot {
-    alignas(Item) unsigned char bytes[sizeof(Item)];
+  struct Block {
+    DbIOFList* list;  // the list that made the items
+    Block* next;      // the pool's blocks, newest first
+    std::uint64_t freed;
+    std::uint32_t capacity;
+    std::uint32_t fromLoad;  // carved from a load's arena
+    Item* Items() noexcept { return reinterpret_cast<Item*>(this + 1); }
   };
-  std::vector<std::unique_ptr<Slot[]>> m_Chunks;
-  std::size_t m_ChunkSize = 0;
-  std::size_t m_Used = 0;
+  static_assert(sizeof(Block) % alignof(Item) == 0);
+
+  static Block* BlockOf(const Item* item) noexcept {
+    return reinterpret_cast<Block*>(const_cast<Item*>(item) - item->Slot()) - 1;
+  }
+  void NewBlock(DbIOFList* list) {
+    unsigned capacity = m_NextCapacity;
+    if (m_Expected > 0) {
+      capacity = static_cast<unsigned>(std::min<std::size_t>(m_Expected, kMaxBlock));
+    } else {
+      m_NextCapacity = std::min(m_NextCapacity * 2, kMaxBlock);
+    }
+    const std::size_t bytes = sizeof(Block) + capacity * sizeof(Item);
+    void* memory = Quarp::DbBase::AllocateLoadBlock(bytes);
+    const bool fromLoad = memory != nullptr;
+    if (!fromLoad) memory = ::operator new(bytes);
+    m_Blocks = new (memory) Block{list, m_Blocks, 0, capacity, fromLoad};
+    m_Used = 0;
+  }
+
+  Block* m_Blocks = nullptr;
+  unsigned m_Used = 0;  // items carved from the newest block
+  unsigned m_NextCapacity = 4;
+  std::size_t m_Expected = 0;
   Item* m_Free = nullptr;
   unsigned m_Refs = 1;
 };
+
+DbIOFList* DbIOFList::Item::GetList() const noexcept { return ItemPool::ListOf(this); }
 
 const wchar_t* DbIOFList::ListTypeText(int kind) noexcept {
   switch (kind) {
@@ -136,10 +187,7 @@ void DbIOFList::ReleasePool() noexcept {
 
 DbIOFList::Item* DbIOFList::NewItem(const Quarp::DbId& id) {
   if (!m_Pool) m_Pool = new ItemPool();
-  Item* item = m_Pool->Allocate();
-  item->m_Id = id;
-  item->m_List = this;
-  return item;
+  return m_Pool->Allocate(this, id);
 }
 
 DbIOFList::Item* DbIOFList::PushBack(const Quarp::DbId& id) {
@@ -196,7 +244,7 @@ DbIOFList::Item* DbIOFList::InsertBefore(Item* where, const Quarp::DbId& id) {
 }
 
 void DbIOFList::Delete(Item* item) {
-  if (!item || !item->m_List || !m_Pool) return;  // null, or already freed
+  if (!item || !m_Pool || ItemPool::IsFreed(item)) return;  // null, or already freed
   if (item->GetPrev()) {
     item->GetPrev()->SetNext(item->GetNext());
   } else if (m_Head == item) {
@@ -217,7 +265,7 @@ void DbIOFList::DeleteAll() {
   }
   for (Item* item = m_Head; item;) {
     Item* next = item->GetNext();
-    if (item->m_List) m_Pool->Free(item);
+    if (!ItemPool::IsFreed(item)) m_Pool->Free(item);
     item = next;
   }
   m_Head = m_Tail = nullptr;
@@ -230,9 +278,10 @@ int DbIOFList::Size() const noexcept {
 }
 
 Quarp::DbErr DbIOFList::Item::GetList(Quarp::DbPtr<DbIOFList>& out) const {
-  Quarp::DbMgr* mgr = m_List ? m_List->GetDbMgr() : nullptr;
+  const DbIOFList* list = GetList();
+  Quarp::DbMgr* mgr = list ? list->GetDbMgr() : nullptr;
   if (!mgr) return Quarp::DbErr::NoManager;
-  mgr->Get(out, m_List->GetId(), 0);
+  mgr->Get(out, list->GetId(), 0);
   return out.GetErr();
 }
 
@@ -249,12 +298,16 @@ void DbIOFList::Serialize(Quarp::UtArchive& ar) {
   std::int32_t count = 0;
   ar >> kind >> count;
   m_ListType = kind;
-  if (count > 0) ar.CheckCount(static_cast<std::uint64_t>(count), 8);
+  if (count <= 0) return;
+  ar.CheckCount(static_cast<std::uint64_t>(count), 8);
+  if (!m_Pool) m_Pool = new ItemPool();
+  m_Pool->Expect(static_cast<std::size_t>(count));
   for (std::int32_t i = 0; i < count; ++i) {
     Quarp::DbId id;
     ar >> id;
     PushBack(id);  // null ids are dropped
   }
+  m_Pool->Expect(0);
 }
 
 void DbIOFList::Copy(const Quarp::DbBase& source, Quarp::DbCloneMode mode, Quarp::UtIdXRef* xref) {

@@ -7,6 +7,10 @@
 //
 // Archive (version 0): the framework part (empty), the name, the attribute map, the
 // sub-list ids.
+//
+// Memory: most records (the moves of a job) have no name, no attributes and no
+// sub-lists, so the three live in a block of their own, made when the first of them is
+// set: empty, they cost the record one pointer.
 #pragma once
 
 #include <afx/CString.h>
@@ -46,8 +50,8 @@ class DbIOFBase : public Quarp::DbBase {
   // n + 2: the depth below the framework root.
   int GetSubclassLevel(int n) const override;
 
-  CString GetIOFName() const { return m_Name; }
-  void SetIOFName(const CString& name) { m_Name = name; }
+  CString GetIOFName() const { return Name(); }
+  void SetIOFName(const CString& name);
 
   // The record's attributes, created empty on first use.
   UtIOFAttribMap& GetAttributes();
@@ -58,8 +62,8 @@ class DbIOFBase : public Quarp::DbBase {
   // The first sub-list, in stored order, whose list kind shares a bit with `kinds`; the
   // null id when none does or the record is in no manager. Unresolvable ids are skipped.
   Quarp::DbId GetSubList(int kinds) const;
-  bool HasSubLists() const noexcept { return m_SubLists.GetSize() > 0; }
-  const Quarp::UtSArrayEx<Quarp::DbId>& GetSubLists() const noexcept { return m_SubLists; }
+  bool HasSubLists() const noexcept { return m_Extra && m_Extra->subLists.GetSize() > 0; }
+  const Quarp::UtSArrayEx<Quarp::DbId>& GetSubLists() const noexcept;
 
   // "DbIOFBase Base"; every record class gives its own one-line text.
   virtual CString ToIOFString() const;
@@ -140,9 +144,22 @@ class DbIOFBase : public Quarp::DbBase {
  private:
   static std::atomic<int> s_TypeIdx;
 
-  CString m_Name;                                 // the IOF name
-  std::unique_ptr<UtIOFAttribMap> m_Attributes;   // created on first use
-  Quarp::UtSArrayEx<Quarp::DbId> m_SubLists{10};  // ids of DbIOFList records
+  // The name, the attributes and the sub-lists of a record that has any of them.
+  struct Extra {
+    Extra() = default;
+    // Copies the name, the attribute map and the sub-list ids.
+    Extra(const Extra& other);
+    Extra& operator=(const Extra&) = delete;
+    ~Extra();
+
+    CString name;                                 // the IOF name
+    std::unique_ptr<UtIOFAttribMap> attributes;   // created on first use
+    Quarp::UtSArrayEx<Quarp::DbId> subLists{10};  // ids of DbIOFList records
+  };
+  Extra& MakeExtra();
+  const CString& Name() const noexcept;
+
+  std::unique_ptr<Extra> m_Extra;  // null while all three are empty
 };
 
 }  // namespace IOF

@@ -1,0 +1,101 @@
+#include "LoadInput.h"
+
+#include "RecordArena.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include <unistd.h>
+
+namespace Quarp::Detail {
+
+LoadInput::LoadInput(std::span<const std::uint8_t> bytes)
+    : m_size(bytes.size()),
+      m_body(bytes.size() >= kTrailerSize ? bytes.size() - kTrailerSize : 0),
+      m_data(bytes.data()),
+      m_readTo(bytes.size()),
+      m_state(XXH3_createState()) {
+  if (m_state) XXH3_64bits_reset(m_state);
+}
+
+LoadInput::LoadInput(int fd, std::size_t size)
+    : m_fd(fd), m_size(size), m_body(size >= kTrailerSize ? size - kTrailerSize : 0), m_state(XXH3_createState()) {
+  if (m_state) XXH3_64bits_reset(m_state);
+  Grow(Min(size, kBlock));
+  m_data = m_buffer;
+}
+
+LoadInput::~LoadInput() {
+  if (m_buffer) UnmapPages(m_buffer, m_capacity);
+  XXH3_freeState(m_state);
+}
+
+bool LoadInput::Grow(std::size_t n) {
+  std::size_t capacity = Min(m_size, kBlock);
+  if (capacity < n) capacity = n;
+  if (capacity == 0) capacity = 1;
+  auto* buffer = static_cast<std::uint8_t*>(MapPages(capacity));
+  if (!buffer) return false;
+  const std::size_t kept = m_readTo - m_pos;
+  if (kept > 0) std::memcpy(buffer, Data(), kept);
+  if (m_buffer) UnmapPages(m_buffer, m_capacity);
+  m_buffer = buffer;
+  m_capacity = capacity;
+  return true;
+}
+
+void LoadInput::HashTo(std::size_t end) noexcept {
+  if (end <= m_hashedTo) return;
+  XXH3_64bits_update(m_state, m_data + (m_hashedTo - m_dataStart), end - m_hashedTo);
+  m_hashedTo = end;
+}
+
+bool LoadInput::Fill(std::size_t n) {
+  if (m_fd < 0) {
+    // In memory: hash a block ahead, so that the bytes are hashed while in cache.
+    HashTo(Min(m_body, m_pos + (n > kBlock ? n : kBlock)));
+    return true;
+  }
+  // Keep the bytes not yet consumed, at the start of a window large enough for n.
+  const std::size_t kept = m_readTo - m_pos;
+  if (n > m_capacity) {
+    if (!Grow(n)) {
+      m_errno = ENOMEM;
+      return false;
+    }
+  } else if (kept > 0) {
+    std::memmove(m_buffer, Data(), kept);
+  }
+  m_data = m_buffer;
+  m_dataStart = m_pos;
+  while (m_readTo - m_pos < n) {
+    const std::size_t room = m_capacity - (m_readTo - m_dataStart);
+    const ssize_t r = ::read(m_fd, m_buffer + (m_readTo - m_dataStart), Min(room, m_size - m_readTo));
+    if (r < 0) {
+      if (errno == EINTR) continue;
+      m_errno = errno;
+      return false;
+    }
+    if (r == 0) {  // the file shrank while it was read
+      m_endedEarly = true;
+      return false;
+    }
+    m_readTo += static_cast<std::size_t>(r);
+    HashTo(Min(m_readTo, m_body));
+  }
+  return true;
+}
+
+bool LoadInput::Finish(std::uint64_t& stored, std::uint64_t& computed) {
+  while (m_pos < m_body) {
+    const std::size_t step = Min(m_body - m_pos, kBlock);
+    if (!Ensure(step)) return false;
+    Consume(step);
+  }
+  if (!Ensure(kTrailerSize)) return false;
+  std::memcpy(&stored, Data(), kTrailerSize);
+  computed = XXH3_64bits_digest(m_state);
+  return true;
+}
+
+}  // namespace Quarp::Detail

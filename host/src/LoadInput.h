@@ -1,0 +1,81 @@
+// The bytes of one file load as they come in (private to the framework).
+//
+// A file is read block by block into a window that is reused, so that a load never
+// holds the whole file and the bytes it decodes are still in the cache; bytes already in
+// memory are used in place. Every byte of the body (the file without its trailing
+// checksum) is hashed once, as it enters the window (in memory: a block ahead of the
+// decoder), so the checksum is known as soon as the last record is built.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include <xxhash.h>
+
+namespace Quarp::Detail {
+
+class LoadInput {
+ public:
+  static constexpr std::size_t kTrailerSize = 8;  // XXH3-64 of everything before it
+
+  // Bytes in memory, which must outlive the input.
+  explicit LoadInput(std::span<const std::uint8_t> bytes);
+  // The open file `fd` of `size` bytes, read from its start.
+  LoadInput(int fd, std::size_t size);
+  ~LoadInput();
+  LoadInput(const LoadInput&) = delete;
+  LoadInput& operator=(const LoadInput&) = delete;
+
+  // False when the window could not be allocated.
+  bool Usable() const noexcept { return m_state != nullptr && (m_fd < 0 || m_buffer != nullptr); }
+
+  // The size of the input and of its body (the bytes before the checksum; 0 when the
+  // input is shorter than a checksum).
+  std::size_t Size() const noexcept { return m_size; }
+  std::size_t BodySize() const noexcept { return m_body; }
+  // Bytes consumed so far, and what remains of the body after them.
+  std::size_t Position() const noexcept { return m_pos; }
+  std::size_t BodyRemaining() const noexcept { return m_pos < m_body ? m_body - m_pos : 0; }
+
+  // The bytes at the position: Available() of them (some may be the checksum's).
+  const std::uint8_t* Data() const noexcept { return m_data + (m_pos - m_dataStart); }
+  std::size_t Available() const noexcept { return m_readTo - m_pos; }
+  // Makes n bytes available at Data() (n at most Size() - Position()). False when the
+  // file could not be read or ended early (see ReadErrno and EndedEarly).
+  bool Ensure(std::size_t n) {
+    if (m_readTo - m_pos >= n && m_hashedTo >= Min(m_pos + n, m_body)) return true;
+    return Fill(n);
+  }
+  void Consume(std::size_t n) noexcept { m_pos += n; }
+
+  // Hashes what remains of the body and reads the stored checksum. False when the file
+  // could not be read to its end.
+  bool Finish(std::uint64_t& stored, std::uint64_t& computed);
+
+  int ReadErrno() const noexcept { return m_errno; }
+  bool EndedEarly() const noexcept { return m_endedEarly; }
+
+ private:
+  static constexpr std::size_t kBlock = std::size_t{512} << 10;
+  static std::size_t Min(std::size_t a, std::size_t b) noexcept { return a < b ? a : b; }
+  bool Fill(std::size_t n);
+  bool Grow(std::size_t n);
+  void HashTo(std::size_t end) noexcept;
+
+  int m_fd = -1;
+  std::size_t m_size = 0;
+  std::size_t m_body = 0;
+  const std::uint8_t* m_data = nullptr;  // the window; its first byte is at offset m_dataStart
+  std::size_t m_dataStart = 0;
+  std::size_t m_pos = 0;
+  std::size_t m_readTo = 0;    // bytes in the window end here
+  std::size_t m_hashedTo = 0;  // the body is hashed up to here
+  XXH3_state_t* m_state = nullptr;
+  std::uint8_t* m_buffer = nullptr;  // a file's window, mapped
+  std::size_t m_capacity = 0;
+  int m_errno = 0;
+  bool m_endedEarly = false;
+};
+
+}  // namespace Quarp::Detail
