@@ -98,7 +98,7 @@ std::string TempPath(const std::string& name) {
   for (char& c : leaf) {
     if (c == '/' || c == '<' || c == '>' || c == ' ' || c == ',') c = '_';
   }
-  const std::filesystem::path dir = std::filesystem::temp_directory_path() / "iof_tests" / leaf;
+  const std::filesystem::path dir = std::filesystem::path(IOF_TEST_TMP) / leaf;
   // Each test starts with an empty directory of its own.
   static std::string current;
   if (current != leaf) {
