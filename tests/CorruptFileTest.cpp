@@ -10,6 +10,7 @@
 #include <iof/DbIOFList.h>
 #include <iof/DbIOFNciLinear.h>
 #include <iof/DbIOFStream.h>
+#include <iof/StreamIteratorBase.h>
 #include <quarp/DbMgr.h>
 
 #include <gtest/gtest.h>
@@ -194,4 +195,42 @@ TEST(CorruptFile, ChangesBehindAValidChecksumEndInAnErrorOrAUsableDatabase) {
   EXPECT_GT(loaded, 100u);
   EXPECT_GT(refused, 100u);
   EXPECT_GT(toolRuns, 10u);
+}
+
+// A chain of operation lists, each the only item of the one before, 100,000 deep under a
+// stream: the file loads, the library's iterator reaches the bottom, the tool's walks stop
+// at their nesting limit, and dumping, posting, comparing and storing it neither overflow
+// the stack nor take time that grows with the square of the depth.
+TEST(CorruptFile, AChainOfListsNestedDeeplyIsWalkedToTheBottom) {
+  constexpr int kDepth = 100000;
+  Quarp::DbMgr source;
+  auto doc = IOF::DbIOFDocument::Create();
+  source.Add(doc);
+  Quarp::DbPtr<IOF::DbIOFList> list(nullptr);
+  ASSERT_TRUE(source.Get(list, doc->AddStreamToList(1), 0));
+  for (int i = 0; i < kDepth; ++i) {
+    auto inner = IOF::DbIOFList::Create(IOF::DbIOFList::kOperation);
+    list->PushBack(source.Add(inner));
+    list = inner;
+  }
+  auto bottom = IOF::DbIOFNciLinear::Create();
+  const Quarp::DbId bottomId = source.Add(bottom);
+  list->PushBack(bottomId);
+  const std::string path = TestSupport::TempPath("deep.iof");
+  ASSERT_EQ(source.Write(Quarp::UtString(path.c_str())), Quarp::DbErr::Ok);
+
+  Quarp::DbMgr mgr;
+  ASSERT_EQ(mgr.Read(Quarp::UtString(path.c_str()), true), Quarp::DbErr::Ok) << mgr.GetLastErrorText();
+  Quarp::DbCPtr<IOF::DbIOFList> stream(nullptr);
+  ASSERT_TRUE(mgr.Get(stream, Quarp::DbId(2), 0));
+  IOF::StreamIteratorBase it(stream);
+  int steps = 0;
+  Quarp::DbId last;
+  for (Quarp::DbId id = it.GetFirst(); !id.IsNull(); id = ++it) last = id, ++steps;
+  EXPECT_EQ(steps, kDepth + 1);
+  EXPECT_EQ(last, bottomId);
+  // The tool's walk shows the document, the stream and the outer lists, and says why
+  // it stops there.
+  EXPECT_EQ(UseLikeAReader(mgr), IofTool::kMaxNesting + 2);
+  RunTheTool(path);
 }
