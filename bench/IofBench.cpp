@@ -9,6 +9,8 @@
 // a retract), in one stream of one document. Scratch files go to a fresh directory under $TMPDIR (default
 // /tmp), removed at the end. After the benchmarks a table gives the ratios; see
 // bench/README.md.
+#include "CompareBench.h"
+#include "IofJob.h"
 #include "PeerRecords.h"
 #include "SystemIo.h"
 #include "Toolpath.h"
@@ -90,74 +92,13 @@ double Seconds(Clock::time_point from, Clock::time_point to) {
 // ---------------------------------------------------------------------------------------
 // The job
 
-void SetLinear(IOF::DbIOFNciLinear& line, const MoveSpec& m, int opId) {
-  line.SetGCode(m.gCode);
-  line.SetOperationId(opId);
-  line.SetTime(m.time);
-  line.SetFeedRate(m.feedRate);
-  line.SetIsFeedMove(m.feedMove);
-  line.SetCutterComp(m.cutterComp);
-  line.SetPositionCode(m.positionCode);
-  line.SetContourPosition(static_cast<IOF::ContourPositionState>(m.contourPosition));
-  line.SetEndPoint(IOF::GmPoint3D(m.x, m.y, m.z));
-}
-
-// The header of an IOF operation from its header.
-void SetOperation(IOF::DbIOFNciOperation& op, const OperationHeader& header) {
-  op.SetIOFName(CString::FromUtf8("Operation " + std::to_string(header.number)));
-  op.SetMcOpNumber(header.number);
-  op.SetMcOpId(header.number);
-  op.SetToolPathType(static_cast<IOF::IofToolPathTypes>(header.toolPathType));
-  op.SetToolpathTypeTitle(CString(L"Pocket"));
-  op.SetStreamId(1);
-  op.SetMaxSpindleSpeed(header.spindleSpeed);
-  op.SetToolChangeTime(header.toolChangeTime);
-}
-
-// The IOF job, the way a toolpath producer writes it: each operation holds a
-// sub-operation (its approach, then a motion list with the moves) and its retract.
+// The IOF job, the way a toolpath producer writes it (IofJob.cpp).
 void BuildOurs(Context& ctx) {
   ctx.ours = std::make_unique<Quarp::DbMgr>();
-  Quarp::DbMgr& mgr = *ctx.ours;
-  auto doc = IOF::DbIOFDocument::Create();
-  mgr.Add(doc);
-  Quarp::DbPtr<IOF::DbIOFStream> stream;
-  if (!mgr.Get(stream, doc->AddStreamToList(1), 0)) throw std::runtime_error("the document made no stream");
-  for (std::size_t op = 0; op < ctx.operations; ++op) {
-    const std::size_t n = MovesInOperation(ctx.moves, op);
-    OperationPath path(op, n);
-    const OperationHeader header = path.Header(op + 1 == ctx.operations);
-    auto operation = IOF::DbIOFNciOperation::Create();
-    SetOperation(*operation, header);
-    const Quarp::DbId opId = mgr.Add(operation);
-    stream->PushBack(opId);
-    auto sub = IOF::DbIOFNciSubOp::Create();
-    sub->SetOpId(opId);
-    sub->SetFeedRate(header.feed);
-    sub->SetSpindleSpeed(header.spindleSpeed);
-    sub->SetDiameterOffsetNum(header.toolNumber);
-    sub->SetLengthOffsetNum(header.toolNumber);
-    operation->PushBack(mgr.Add(sub));
-    auto approach = IOF::DbIOFApproach::Create();
-    approach->SetApproachType(header.approachType);
-    approach->SetEndPoint(IOF::GmPoint3D(header.approachX, header.approachY, header.approachZ));
-    sub->PushBack(mgr.Add(approach));
-    auto motion = IOF::DbIOFList::Create(IOF::DbIOFList::kMotionBlock);
-    sub->PushBack(mgr.Add(motion));
-    for (std::size_t i = 0; i < n; ++i) {
-      const MoveSpec m = path.Next();
-      auto line = IOF::DbIOFNciLinear::Create();
-      SetLinear(*line, m, static_cast<int>(opId.Value()));
-      ctx.lastMoveId = mgr.Add(line);
-      ctx.lastMove = m;
-      motion->PushBack(ctx.lastMoveId);
-    }
-    auto retract = IOF::DbIOFRetract::Create();
-    retract->SetRetractType(header.retractType);
-    retract->SetEndPoint(IOF::GmPoint3D(ctx.lastMove.x, ctx.lastMove.y, ctx.lastMove.z));
-    operation->PushBack(mgr.Add(retract));
-  }
-  ctx.records = mgr.GetCount();
+  const IofJob job = BuildIofJob(*ctx.ours, ctx.moves);
+  ctx.lastMoveId = job.lastMoveId;
+  ctx.lastMove = job.lastMove;
+  ctx.records = job.records;
 }
 
 // The same records for the peer, with the same ids (record i + 1 at index i).
@@ -457,6 +398,7 @@ void Register() {
         ->UseManualTime();
   }
   RegisterWalkBenchmarks(g_ctx->moves);
+  RegisterCompareBenchmarks(g_ctx->moves);
 }
 
 // ---------------------------------------------------------------------------------------

@@ -86,14 +86,6 @@ Quarp::DbCPtr<IOF::DbIOFList> Stream(const WalkJob& job) {
   return stream;
 }
 
-// The thread's CPU time in seconds: a walk neither waits nor sleeps, and on a shared
-// machine this leaves out the time other processes hold the core.
-double CpuSeconds() {
-  timespec t{};
-  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
-  return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_nsec) * 1e-9;
-}
-
 // Times one whole walk per iteration (thread CPU time) and reports the records yielded
 // per second; `walk` returns how many it yielded, checked against `expected`.
 template <class Walk>
@@ -162,6 +154,12 @@ std::size_t Plain(const WalkJob& job, bool /*backward*/) {
 }
 
 }  // namespace
+
+double CpuSeconds() {
+  timespec t{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
+  return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_nsec) * 1e-9;
+}
 
 void RegisterWalkBenchmarks(std::size_t moves) {
   struct Entry {

@@ -9,4 +9,8 @@ namespace IofBench {
 // loaded, as a post-processor gets it) when the first walk runs.
 void RegisterWalkBenchmarks(std::size_t moves);
 
+// The calling thread's CPU time in seconds: a walk neither waits nor sleeps, and on a
+// shared machine this leaves out the time other processes hold the core.
+double CpuSeconds();
+
 }  // namespace IofBench

@@ -1,5 +1,7 @@
 // The tool's commands. Each returns the process exit code: 0 success, 1 a failure in
-// the data (a message on stderr says what), 2 a usage error.
+// the data (a message on stderr says what), 2 a usage error. diff and validate answer
+// as diff does: 0 equal (clean), 1 differences (problems) found, 2 trouble (a file
+// that cannot be read or compared).
 #pragma once
 
 #include <iosfwd>
@@ -12,7 +14,7 @@ class DbMgr;
 
 namespace IofTool {
 
-enum ExitCode : int { kOk = 0, kDataError = 1, kUsageError = 2 };
+enum ExitCode : int { kOk = 0, kDataError = 1, kUsageError = 2, kFound = 1, kTrouble = 2 };
 
 struct DumpOptions {
   std::string file;
@@ -36,11 +38,19 @@ struct PostOptions {
   bool lineNumbers = false;
 };
 
+struct DiffOptions {
+  std::string left, right;
+  bool structural = false;  // the comparison manager's list alone
+  bool json = false;
+};
+
 int RunDemo(const std::string& outFile, std::ostream& out);
 int RunDump(const DumpOptions& options, std::ostream& out);
 int RunStats(const std::string& file, std::ostream& out);
 int RunPlot(const PlotOptions& options);
 int RunPost(const PostOptions& options, std::ostream& out);
+int RunDiff(const DiffOptions& options, std::ostream& out);
+int RunValidate(const std::string& file, std::ostream& out);
 
 // Loads `file` into `mgr` read-only; on failure writes one line to stderr and returns
 // false.

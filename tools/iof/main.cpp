@@ -5,9 +5,11 @@
 //   iof stats FILE
 //   iof plot FILE -o OUT.svg [--view xy|xz|yz|iso] [--stream N] [--width PX]
 //   iof post FILE [-o OUT] [--stream N] [--tolerance MM] [--line-numbers]
+//   iof diff A B [--structural] [--json]
+//   iof validate FILE
 //
 // Exit codes: 0 success, 1 a failure in the data (one line on stderr says what),
-// 2 a usage error.
+// 2 a usage error; diff and validate: 0 equal (clean), 1 different (problems), 2 trouble.
 #include "Commands.h"
 
 #include <CLI/CLI.hpp>
@@ -61,6 +63,17 @@ int main(int argc, char** argv) {
       ->check(CLI::PositiveNumber);
   post->add_flag("--line-numbers", postOptions.lineNumbers, "Number the blocks N10, N20, ...");
 
+  IofTool::DiffOptions diffOptions;
+  auto* diff = app.add_subcommand("diff", "Differences between two files; exit 0 equal, 1 different, 2 trouble");
+  diff->add_option("left", diffOptions.left, "IOF file")->required();
+  diff->add_option("right", diffOptions.right, "IOF file")->required();
+  diff->add_flag("--structural", diffOptions.structural, "Only the comparison manager's structural differences");
+  diff->add_flag("--json", diffOptions.json, "JSON Lines: kind, both ids and classes, text");
+
+  std::string validateFile;
+  auto* validate = app.add_subcommand("validate", "Check ids, lists and streams; exit 0 clean, 1 problems, 2 trouble");
+  validate->add_option("file", validateFile, "IOF file")->required();
+
   // CLI11 would only say that a command is missing; name the word it did not know.
   const auto known = [&app](const std::string& word) {
     const auto commands = app.get_subcommands({});
@@ -87,12 +100,14 @@ int main(int argc, char** argv) {
     if (*stats) return IofTool::RunStats(statsFile, std::cout);
     if (*plot) return IofTool::RunPlot(plotOptions);
     if (*post) return IofTool::RunPost(postOptions, std::cout);
+    if (*diff) return IofTool::RunDiff(diffOptions, std::cout);
+    if (*validate) return IofTool::RunValidate(validateFile, std::cout);
   } catch (const std::exception& e) {
     std::cerr << "iof: " << e.what() << "\n";
-    return IofTool::kDataError;
+    return *diff || *validate ? IofTool::kTrouble : IofTool::kDataError;
   } catch (...) {
     std::cerr << "iof: unexpected failure\n";
-    return IofTool::kDataError;
+    return *diff || *validate ? IofTool::kTrouble : IofTool::kDataError;
   }
   return IofTool::kUsageError;
 }

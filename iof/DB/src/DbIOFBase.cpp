@@ -129,62 +129,62 @@ bool Differs(CString& report, const CString& line) {
 }
 }  // namespace
 
-bool DbIOFBase::CompareProperty(int a, int b, const CString& name, CString& report) {
-  return a == b || Differs(report, CString::Formatted(L"Difference Detected: %s - %d vs %d\n", name, a, b));
+bool DbIOFBase::CompareProperty(int a, int b, PropertyName name, CString& report) {
+  return a == b || Differs(report, CString::Formatted(L"Difference Detected: %s - %d vs %d\n", name.Text(), a, b));
 }
-bool DbIOFBase::CompareProperty(long a, long b, const CString& name, CString& report) {
-  return a == b || Differs(report, CString::Formatted(L"Difference Detected: %s - %ld vs %ld\n", name, a, b));
+bool DbIOFBase::CompareProperty(long a, long b, PropertyName name, CString& report) {
+  return a == b || Differs(report, CString::Formatted(L"Difference Detected: %s - %ld vs %ld\n", name.Text(), a, b));
 }
-bool DbIOFBase::CompareProperty(long long a, long long b, const CString& name, CString& report) {
-  return a == b || Differs(report, CString::Formatted(L"Difference Detected: %s - %ld vs %ld\n", name, a, b));
+bool DbIOFBase::CompareProperty(long long a, long long b, PropertyName name, CString& report) {
+  return a == b || Differs(report, CString::Formatted(L"Difference Detected: %s - %ld vs %ld\n", name.Text(), a, b));
 }
-bool DbIOFBase::CompareProperty(Quarp::DbId a, Quarp::DbId b, const CString& name, CString& report) {
-  return a == b || Differs(report, CString::Formatted(L"Difference Detected: %s - %ld vs %ld\n", name, a, b));
+bool DbIOFBase::CompareProperty(Quarp::DbId a, Quarp::DbId b, PropertyName name, CString& report) {
+  return a == b || Differs(report, CString::Formatted(L"Difference Detected: %s - %ld vs %ld\n", name.Text(), a, b));
 }
-bool DbIOFBase::CompareProperty(bool a, bool b, const CString& name, CString& report) {
-  return a == b || Differs(report, CString::Formatted(L"Difference Detected: %s - %s vs %s\n", name,
+bool DbIOFBase::CompareProperty(bool a, bool b, PropertyName name, CString& report) {
+  return a == b || Differs(report, CString::Formatted(L"Difference Detected: %s - %s vs %s\n", name.Text(),
                                                       a ? L"true" : L"false", b ? L"true" : L"false"));
 }
-bool DbIOFBase::CompareProperty(const CString& a, const CString& b, const CString& name, CString& report) {
-  return a == b || Differs(report, CString::Formatted(L"Difference Detected: %s - %s vs %s\n", name, a, b));
+bool DbIOFBase::CompareProperty(const CString& a, const CString& b, PropertyName name, CString& report) {
+  return a == b || Differs(report, CString::Formatted(L"Difference Detected: %s - %s vs %s\n", name.Text(), a, b));
 }
-bool DbIOFBase::CompareProperty(double a, double b, const CString& name, CString& report, double tolerance) {
+bool DbIOFBase::CompareProperty(double a, double b, PropertyName name, CString& report, double tolerance) {
   return tolerance > std::fabs(a - b) ||
-         Differs(report, CString::Formatted(L"Difference Detected: %s - %.12g vs %.12g\n", name, a, b));
+         Differs(report, CString::Formatted(L"Difference Detected: %s - %.12g vs %.12g\n", name.Text(), a, b));
 }
 
 namespace {
-bool ComparePoints(double ax, double ay, double az, double bx, double by, double bz, const CString& name,
+bool ComparePoints(double ax, double ay, double az, double bx, double by, double bz, DbIOFBase::PropertyName name,
                    CString& report, double tolerance) {
   const double distance = std::sqrt((ax - bx) * (ax - bx) + (ay - by) * (ay - by) + (az - bz) * (az - bz));
   return tolerance > distance ||
          Differs(report, CString::Formatted(L"Difference Detected: %s - (%.7g, %.7g, %.7g) vs (%.7g, %.7g, %.7g)\n",
-                                            name, ax, ay, az, bx, by, bz));
+                                            name.Text(), ax, ay, az, bx, by, bz));
 }
 }  // namespace
 
-bool DbIOFBase::CompareProperty(const GmPoint3D& a, const GmPoint3D& b, const CString& name, CString& report,
+bool DbIOFBase::CompareProperty(const GmPoint3D& a, const GmPoint3D& b, PropertyName name, CString& report,
                                 double tolerance) {
   return ComparePoints(a.x, a.y, a.z, b.x, b.y, b.z, name, report, tolerance);
 }
-bool DbIOFBase::CompareProperty(const GmVector3D& a, const GmVector3D& b, const CString& name, CString& report,
+bool DbIOFBase::CompareProperty(const GmVector3D& a, const GmVector3D& b, PropertyName name, CString& report,
                                 double tolerance) {
   return ComparePoints(a[0], a[1], a[2], b[0], b[1], b[2], name, report, tolerance);
 }
-bool DbIOFBase::CompareProperty(const GmXformMat3D& a, const GmXformMat3D& b, const CString& name, CString& report,
+bool DbIOFBase::CompareProperty(const GmXformMat3D& a, const GmXformMat3D& b, PropertyName name, CString& report,
                                 double tolerance) {
   return a.IsSame(b, 1e-7, tolerance) ||
-         Differs(report, CString::Formatted(L"Difference Detected: %s - 4x4 vs 4x4\n", name));
+         Differs(report, CString::Formatted(L"Difference Detected: %s - 4x4 vs 4x4\n", name.Text()));
 }
-bool DbIOFBase::CompareProperty(const UtAxisMotionMap& a, const UtAxisMotionMap& b, const CString& name,
-                                CString& report, double /*tolerance*/) {
-  return a == b ||
-         Differs(report, CString::Formatted(L"Difference Detected: %s - %s vs %s\n", name, a.ToString(), b.ToString()));
-}
-bool DbIOFBase::CompareProperty(const UtIofMovePoint& a, const UtIofMovePoint& b, const CString& name, CString& report,
+bool DbIOFBase::CompareProperty(const UtAxisMotionMap& a, const UtAxisMotionMap& b, PropertyName name, CString& report,
                                 double /*tolerance*/) {
-  return a == b ||
-         Differs(report, CString::Formatted(L"Difference Detected: %s - %s vs %s\n", name, a.ToString(), b.ToString()));
+  return a == b || Differs(report, CString::Formatted(L"Difference Detected: %s - %s vs %s\n", name.Text(),
+                                                      a.ToString(), b.ToString()));
+}
+bool DbIOFBase::CompareProperty(const UtIofMovePoint& a, const UtIofMovePoint& b, PropertyName name, CString& report,
+                                double /*tolerance*/) {
+  return a == b || Differs(report, CString::Formatted(L"Difference Detected: %s - %s vs %s\n", name.Text(),
+                                                      a.ToString(), b.ToString()));
 }
 
 }  // namespace IOF

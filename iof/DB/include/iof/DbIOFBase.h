@@ -97,28 +97,44 @@ class DbIOFBase : public Quarp::DbBase {
     return static_cast<const C*>(o);
   }
 
+  // Public: comparison helpers of the library outside the class take it too.
+ public:
+  // The name of a compared property, wide text or a CString, made into text only for a
+  // difference line: comparing equal values costs nothing for the name.
+  class PropertyName {
+   public:
+    PropertyName(const wchar_t* text) noexcept : m_Wide(text) {}   // NOLINT: implicit
+    PropertyName(const CString& text) noexcept : m_Text(&text) {}  // NOLINT: implicit
+    CString Text() const { return m_Text ? *m_Text : CString(m_Wide); }
+
+   private:
+    const wchar_t* m_Wide = nullptr;
+    const CString* m_Text = nullptr;
+  };
+
+ protected:
   // Property comparisons: true when equal; otherwise one line is appended to `report`,
   // this record's value first. Reals, points and vectors are equal when the tolerance
   // is strictly greater than their difference (so a tolerance of 0 reports even
   // identical values). The long, 64-bit and id forms print "%ld": the low 32 bits.
-  static bool CompareProperty(int a, int b, const CString& name, CString& report);
-  static bool CompareProperty(long a, long b, const CString& name, CString& report);
-  static bool CompareProperty(long long a, long long b, const CString& name, CString& report);
-  static bool CompareProperty(Quarp::DbId a, Quarp::DbId b, const CString& name, CString& report);
-  static bool CompareProperty(bool a, bool b, const CString& name, CString& report);
-  static bool CompareProperty(const CString& a, const CString& b, const CString& name, CString& report);
-  static bool CompareProperty(double a, double b, const CString& name, CString& report, double tolerance);
-  static bool CompareProperty(const GmPoint3D& a, const GmPoint3D& b, const CString& name, CString& report,
+  static bool CompareProperty(int a, int b, PropertyName name, CString& report);
+  static bool CompareProperty(long a, long b, PropertyName name, CString& report);
+  static bool CompareProperty(long long a, long long b, PropertyName name, CString& report);
+  static bool CompareProperty(Quarp::DbId a, Quarp::DbId b, PropertyName name, CString& report);
+  static bool CompareProperty(bool a, bool b, PropertyName name, CString& report);
+  static bool CompareProperty(const CString& a, const CString& b, PropertyName name, CString& report);
+  static bool CompareProperty(double a, double b, PropertyName name, CString& report, double tolerance);
+  static bool CompareProperty(const GmPoint3D& a, const GmPoint3D& b, PropertyName name, CString& report,
                               double tolerance);
-  static bool CompareProperty(const GmVector3D& a, const GmVector3D& b, const CString& name, CString& report,
+  static bool CompareProperty(const GmVector3D& a, const GmVector3D& b, PropertyName name, CString& report,
                               double tolerance);
   // Equal when a.IsSame(b, 1e-7, tolerance).
-  static bool CompareProperty(const GmXformMat3D& a, const GmXformMat3D& b, const CString& name, CString& report,
+  static bool CompareProperty(const GmXformMat3D& a, const GmXformMat3D& b, PropertyName name, CString& report,
                               double tolerance);
   // The map's and the point's own equality; the tolerance is not used.
-  static bool CompareProperty(const UtAxisMotionMap& a, const UtAxisMotionMap& b, const CString& name, CString& report,
+  static bool CompareProperty(const UtAxisMotionMap& a, const UtAxisMotionMap& b, PropertyName name, CString& report,
                               double tolerance = 0.0);
-  static bool CompareProperty(const UtIofMovePoint& a, const UtIofMovePoint& b, const CString& name, CString& report,
+  static bool CompareProperty(const UtIofMovePoint& a, const UtIofMovePoint& b, PropertyName name, CString& report,
                               double tolerance = 0.0);
 
  private:
