@@ -15,12 +15,17 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <fstream>
 #include <iostream>
 #include <random>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include <sys/resource.h>
+#include <unistd.h>
 
 using TestSupport::Bytes;
 
@@ -104,6 +109,8 @@ void RunTheTool(const std::string& path) {
   IofTool::RunDump({path, std::nullopt, true}, nowhere);
   IofTool::RunStats(path, nowhere);
   IofTool::RunPost({path, "", std::nullopt, 0.01, true}, nowhere);
+  IofTool::RunValidate(path, nowhere);
+  IofTool::RunDiff({path, path, false, false}, nowhere);
 }
 
 // Where the records start: after the header and the class table.
@@ -233,4 +240,53 @@ TEST(CorruptFile, AChainOfListsNestedDeeplyIsWalkedToTheBottom) {
   // it stops there.
   EXPECT_EQ(UseLikeAReader(mgr), IofTool::kMaxNesting + 2);
   RunTheTool(path);
+}
+
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define IOF_TEST_UNDER_ASAN 1
+#endif
+#endif
+#if defined(__SANITIZE_ADDRESS__)
+#define IOF_TEST_UNDER_ASAN 1
+#endif
+
+// A count or a length made huge anywhere in a file is refused before anything large is
+// allocated: at every offset of the header and the class table and at every 11th offset
+// of the records, a four-byte
+// 0x7FFFFFFF and a five-byte compact 2^32 - 1, behind a recomputed checksum. Proven under
+// a limit of the address space (RLIMIT_AS) of 256 MB above what the test uses: an
+// allocation the file's size does not justify fails, and the load would say "out of
+// memory". The sanitizer build reserves terabytes of address space, so there the same
+// loads run without the limit (and the sanitizer checks every access).
+TEST(CorruptFile, HugeCountsAreRefusedBeforeAnyLargeAllocation) {
+  const Bytes good = DemoFile();
+#ifndef IOF_TEST_UNDER_ASAN
+  rlimit old{};
+  ASSERT_EQ(::getrlimit(RLIMIT_AS, &old), 0);
+  long pages = 0;
+  std::ifstream("/proc/self/statm") >> pages;
+  ASSERT_GT(pages, 0);
+  const rlimit limit{static_cast<rlim_t>(pages) * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE)) + (256u << 20),
+                     old.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_AS, &limit), 0);
+#endif
+  std::size_t refused = 0;
+  const std::size_t records = RecordsStart(good);
+  for (std::size_t at = 12; at + 8 + 5 <= good.size(); at += at < records ? 1 : 11) {
+    for (const Bytes& huge : {TestSupport::Hex("FF FF FF 7F"), TestSupport::Hex("FF FF FF FF 0F")}) {
+      Bytes bad = good;
+      std::copy(huge.begin(), huge.end(), bad.begin() + static_cast<std::ptrdiff_t>(at));
+      TestSupport::Reseal(bad);
+      Quarp::DbMgr mgr;
+      if (Loads(mgr, bad)) continue;
+      ++refused;
+      EXPECT_EQ(mgr.GetLastErrorText().find("out of memory"), std::string::npos)
+          << at << ": " << mgr.GetLastErrorText();
+    }
+  }
+#ifndef IOF_TEST_UNDER_ASAN
+  ::setrlimit(RLIMIT_AS, &old);
+#endif
+  EXPECT_GT(refused, 1000u);
 }
