@@ -49,8 +49,8 @@ StreamIteratorBase::StreamIteratorBase(Quarp::DbCPtr<DbIOFList> list, Quarp::UtM
   // first two lines, which hold the class and the sub-list ids.
   const Item* ahead = current;
   for (int i = 0; i < 4 && ahead; ++i) ahead = backward ? ahead->GetPrev() : ahead->GetNext();
-  if (ahead) {
-    const auto* next = reinterpret_cast<const char*>(Lookup(mgr, ahead));
+  // An id ahead that does not resolve (a damaged file) is simply not prefetched.
+  if (const auto* next = ahead ? reinterpret_cast<const char*>(Lookup(mgr, ahead)) : nullptr) {
     __builtin_prefetch(next);
     __builtin_prefetch(next + 64);
   }
