@@ -49,8 +49,8 @@ StreamIteratorBase::StreamIteratorBase(Quarp::DbCPtr<DbIOFList> list, Quarp::UtM
   // first two lines, which hold the class and the sub-list ids.
   const Item* ahead = current;
   for (int i = 0; i < 4 && ahead; ++i) ahead = backward ? ahead->GetPrev() : ahead->GetNext();
-  if (ahead) {
-    const auto* next = reinterpret_cast<const char*>(Lookup(mgr, ahead));
+  // An id ahead that does not resolve (a damaged file) is simply not prefetched.
+  if (const auto* next = ahead ? reinterpret_cast<const char*>(Lookup(mgr, ahead)) : nullptr) {
     __builtin_prefetch(next);
     __builtin_prefetch(next + 64);
   }
@@ -80,7 +80,9 @@ Quarp::DbId StreamIteratorBase::Start(bool backward) {
   if (m_List.IsNull()) return Quarp::DbId();
   const DbIOFList* list = m_List.Get();
   m_Stack.clear();
-  m_Stack.push_back(backward ? list->GetTail() : list->GetHead());
+  m_Owners.clear();
+  m_OwnerCounts.clear();
+  Push(backward ? list->GetTail() : list->GetHead());
   const Quarp::DbMgr* mgr = GetDbMgr();
   if (!Settle(mgr, backward)) IterateFrom(mgr, backward);
   return CurrentId();
@@ -115,7 +117,7 @@ void StreamIteratorBase::IterateFrom(const Quarp::DbMgr* mgr, bool backward) {
       if (list->GetListType() != 0 && !OnStack(list)) first = backward ? list->GetTail() : list->GetHead();
     }
     if (first) {
-      m_Stack.push_back(first);
+      Push(first);
     } else {
       Advance(backward);
     }
@@ -127,7 +129,7 @@ void StreamIteratorBase::Advance(bool backward) noexcept {
   Item*& current = m_Stack.back();
   current = backward ? current->GetPrev() : current->GetNext();
   while (!m_Stack.back()) {
-    m_Stack.pop_back();
+    Pop();
     if (m_Stack.empty()) return;  // the walk has ended
     Item*& parent = m_Stack.back();
     parent = backward ? parent->GetPrev() : parent->GetNext();
@@ -161,7 +163,7 @@ bool StreamIteratorBase::StepInto(const Quarp::DbMgr* mgr, const Quarp::DbBase* 
     const DbIOFList* chosen = ChooseSubList(mgr, iof);
     Item* first = chosen ? (backward ? chosen->GetTail() : chosen->GetHead()) : nullptr;
     if (!first) return answer.inMask;  // no eligible sub-list, or an empty one: the record stays current
-    m_Stack.push_back(first);
+    Push(first);
     record = Lookup(mgr, first);
     if (!record) return false;
     answer = m_Answers.Get(*record, m_TypeMask);
@@ -215,15 +217,43 @@ const DbIOFList* StreamIteratorBase::ChooseSubList(const Quarp::DbMgr* mgr, cons
   return best;
 }
 
-bool StreamIteratorBase::OnStack(const DbIOFList* list) const noexcept {
-  return std::any_of(m_Stack.begin(), m_Stack.end(), [list](const Item* e) { return e && e->GetList() == list; });
+bool StreamIteratorBase::OnStack(const DbIOFList* list) const noexcept { return m_OwnerCounts.count(list) != 0; }
+
+// The stack and the lists its entries belong to change together, so that asking whether
+// a list stands on the stack does not cost a look at every level: a chain of lists
+// nested a hundred thousand deep is walked in linear time. An entry keeps the list it was
+// pushed with while the walk steps along that list, and after it runs off the list's end.
+void StreamIteratorBase::Push(Item* item) {
+  m_Stack.push_back(item);
+  const DbIOFList* owner = item ? item->GetList() : nullptr;
+  m_Owners.push_back(owner);
+  if (owner) ++m_OwnerCounts[owner];
+}
+
+void StreamIteratorBase::Pop() noexcept {
+  m_Stack.pop_back();
+  const DbIOFList* owner = m_Owners.back();
+  m_Owners.pop_back();
+  if (!owner) return;
+  const auto at = m_OwnerCounts.find(owner);
+  if (--at->second == 0) m_OwnerCounts.erase(at);
+}
+
+void StreamIteratorBase::RebuildOwners() {
+  m_Owners.clear();
+  m_OwnerCounts.clear();
+  for (const Item* e : m_Stack) {
+    m_Owners.push_back(e ? e->GetList() : nullptr);
+    if (e) ++m_OwnerCounts[e->GetList()];
+  }
 }
 
 // --- state ------------------------------------------------------------------------------
 
 void StreamIteratorBase::SetCurrentItem(Item* item) noexcept {
   if (m_Stack.empty() || m_List.IsNull()) return;
-  m_Stack.back() = item;
+  Pop();
+  Push(item);
 }
 
 bool StreamIteratorBase::IsCurrentIOFObjectValid() const {
@@ -291,6 +321,7 @@ bool StreamIteratorBase::RestoreBookmark(const CString& name) {
   }
   m_Stack = std::move(it->second);
   m_Bookmarks.erase(it);  // a bookmark is restored once
+  RebuildOwners();
   return true;
 }
 

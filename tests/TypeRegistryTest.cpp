@@ -1,6 +1,8 @@
 // The IOF type registry: every type registered once, in table order, with a single-type
 // mask; the never-registered names stay -1 and empty. And every class name registered
 // for loading loads from a file.
+#include "RegisteredClasses.h"
+
 #include <iof/DbIOFTypeMgr.h>
 #include <quarp/DbMgr.h>
 #include <quarp/DbPtr.h>
@@ -96,72 +98,7 @@ TEST(TypeRegistry, HostRegistryKeepsTheFirstRegistrationOfACode) {
 // class as a record of a whole database file, each other serialisable class as an object
 // of an archive (written with WriteObject and read with ReadObject by its name).
 TEST(ClassNames, EveryRegisteredClassLoadsFromAFile) {
-  const std::vector<const char*> names = {"DbIOFAxisComboMiscInfo",
-                                          "DbIOFChuckDef",
-                                          "DbIOFMachineInfo",
-                                          "DbIOFEvChangeFeedUnitType",
-                                          "DbIOFMPCompParamInfo",
-                                          "DbIOFMPCompTypeInfo",
-                                          "DbIOFNciMOpBarFeed",
-                                          "DbIOFNciMOpBarFeeder",
-                                          "DbIOFNciMOpBarPuller",
-                                          "DbIOFNciMOpSpindleGrip",
-                                          "DbIOFNciMOpSpindleMove",
-                                          "DbIOFNciMOpSpindleSync",
-                                          "DbIOFNciMOpSteadyRest",
-                                          "DbIOFNciMOpTailStock",
-                                          "DbIOFNciMOpTurret",
-                                          "DbIOFNciNonTransSubProgRef",
-                                          "DbIOFNciPlaneReference",
-                                          "DbIOFNciTransSubProgOp",
-                                          "DbIOFReferencePoint",
-                                          "UtAxisMotionMap",
-                                          "DbIOFMPParams",
-                                          "DbIOFApproach",
-                                          "DbIOFArcMotionBlock",
-                                          "DbIOFCannedGroove",
-                                          "DbIOFDocument",
-                                          "DbIOFDrill",
-                                          "DbIOFDrillMotionBlock",
-                                          "DbIOFDrillPoint",
-                                          "DbIOFEvComp",
-                                          "DbIOFEvDwell",
-                                          "DbIOFEvSync",
-                                          "DbIOFEvClamp",
-                                          "DbIOFJobSetup",
-                                          "DbIOFList",
-                                          "DbIOFMotionBlock",
-                                          "DbIOFMultiAxMotionBlock",
-                                          "DbIOFNciArc",
-                                          "DbIOFNciArc3D",
-                                          "DbIOFNciCFSubProgRef",
-                                          "DbIOFNciCPSubProgRef",
-                                          "DbIOFNciCRSubProgRef",
-                                          "DbIOFNciGeneric",
-                                          "DbIOFNciLinear",
-                                          "DbIOFNciManualEntry",
-                                          "DbIOFNciMultiAx",
-                                          "DbIOFNciOperation",
-                                          "DbIOFNciPlane",
-                                          "DbIOFNciSubOp",
-                                          "DbIOFNciSubProgRef",
-                                          "DbIOFNciToolChange",
-                                          "DbIOFNciToolPlaneChange",
-                                          "DbIOFPartSpindle",
-                                          "DbIOFPartSpindleMap",
-                                          "DbIOFRetract",
-                                          "DbIOFRotary",
-                                          "DbIOFStockDef",
-                                          "DbIOFStream",
-                                          "DbIOFThread",
-                                          "UtIOFAttribItemBool",
-                                          "UtIOFAttribItemCString",
-                                          "UtIOFAttribItemDbl",
-                                          "UtIOFAttribItemInt",
-                                          "UtIOFAttribItem",
-                                          "UtIOFAttribItemUInt64",
-                                          "UtIOFAttribMap",
-                                          "UtIofMovePoint"};
+  const auto& names = RegisteredClasses::kNames;
   Quarp::DbMgr mgr;
   std::vector<Quarp::DbId> ids;
   Quarp::UtArchive objects(Quarp::UtArchive::Store);

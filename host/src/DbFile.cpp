@@ -19,7 +19,9 @@
 #include <string>
 #include <vector>
 
+#include <dirent.h>
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -129,6 +131,35 @@ std::string DirectoryOf(const std::string& path) {
   return path.substr(0, slash);
 }
 
+// Removes what writers of `base` in `dir` left behind when they died mid-write (killed,
+// or the machine went down): the temporaries `.<base>.tmp.<pid>.<n>` whose process no
+// longer runs. Those of running writers, this process's own among them, stay; so does
+// anything that is not a regular file. Without this, every crash would leave a file the
+// size of the database behind, and they would pile up until the disk is full.
+void RemoveStaleTemporaries(const std::string& dir, const std::string& base) {
+  DIR* d = ::opendir(dir.c_str());
+  if (!d) return;
+  const std::string prefix = "." + base + ".tmp.";
+  while (const dirent* entry = ::readdir(d)) {
+    const char* name = entry->d_name;
+    if (std::strncmp(name, prefix.c_str(), prefix.size()) != 0) continue;
+    // <pid>.<n>, both decimal, and nothing else.
+    const char* at = name + prefix.size();
+    const std::size_t pidDigits = std::strspn(at, "0123456789");
+    if (pidDigits == 0 || pidDigits > 9 || at[pidDigits] != '.') continue;
+    const char* attempt = at + pidDigits + 1;
+    const std::size_t attemptDigits = std::strspn(attempt, "0123456789");
+    if (attemptDigits == 0 || attempt[attemptDigits] != '\0') continue;
+    const auto pid = static_cast<pid_t>(std::strtol(at, nullptr, 10));
+    if (pid <= 0 || pid == ::getpid()) continue;
+    if (::kill(pid, 0) == 0 || errno != ESRCH) continue;  // running (or not ours to ask)
+    struct stat st {};
+    if (::fstatat(::dirfd(d), name, &st, AT_SYMLINK_NOFOLLOW) != 0 || !S_ISREG(st.st_mode)) continue;
+    ::unlinkat(::dirfd(d), name, 0);
+  }
+  ::closedir(d);
+}
+
 }  // namespace
 
 // Serialises every record into `sink`. Returns an error text, empty on success.
@@ -200,6 +231,7 @@ DbErr DbMgr::Write(const UtString& pathText) {
   // A temporary file beside the target, so that the rename below is atomic.
   const std::string dir = DirectoryOf(path);
   const std::string base = path.substr(path.rfind('/') == std::string::npos ? 0 : path.rfind('/') + 1);
+  RemoveStaleTemporaries(dir, base);
   std::string temp;
   int fd = -1;
   for (int attempt = 0; attempt < 100 && fd < 0; ++attempt) {

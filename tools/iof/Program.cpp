@@ -88,6 +88,10 @@ void Program::Walk(Quarp::DbId streamId, const Visitor& visit) {
       continue;
     }
     const auto& stack = it.GetSubListStack();
+    if (stack.size() > kMaxNesting) {
+      ++m_Unreachable;  // left out, with the tool's warning
+      continue;
+    }
     bool changed = owners.size() + 1 != stack.size();
     for (std::size_t k = 1; !changed && k < stack.size(); ++k) changed = owners[k - 1] != stack[k]->GetList();
     if (changed) {

@@ -11,6 +11,7 @@
 #include <quarp/UtArchive.h>
 
 #include <algorithm>
+#include <span>
 #include <iostream>
 #include <utility>
 
@@ -123,10 +124,17 @@ void Walker::Items(const IOF::DbIOFList& list, int depth, int stream, const Visi
   ToolIterator it(pointer);
   const std::size_t open = m_Open.size();
   std::vector<Shown> shown;
+  bool tooDeep = false;
   // Shows what the iterator stands on: every stack entry not shown yet, from the top,
   // each sub-list the walk entered with its own line.
   const auto show = [&] {
-    const auto& stack = it.GetSubListStack();
+    const auto& whole = it.GetSubListStack();
+    if (whole.size() > kMaxNesting && !tooDeep) {
+      tooDeep = true;
+      m_Problems.push_back(Named(list.GetId()) + " nests lists more than " + std::to_string(kMaxNesting) +
+                           " deep; the deeper records are not shown");
+    }
+    const std::span<IOF::DbIOFList::Item* const> stack(whole.data(), std::min(whole.size(), kMaxNesting));
     std::size_t k = 0;
     while (k < shown.size() && k < stack.size() && shown[k].item == stack[k]) ++k;
     shown.resize(k);

@@ -26,6 +26,11 @@
 
 namespace IofTool {
 
+// How deeply nested lists the tool's walks follow. Deeper records (only a hostile or broken
+// file nests lists this deep) are left out with a warning, so that a walk stays linear in
+// the file's size instead of comparing every level of the stack at every step.
+constexpr std::size_t kMaxNesting = 1000;
+
 // The library's iterator over every type (and by default every sub-list kind). Its errors end the
 // move as the library's do, without the message box: the walk reports them as warnings
 // and goes on.

@@ -60,6 +60,7 @@
 #include <cstdint>
 #include <map>
 #include <typeinfo>
+#include <unordered_map>
 #include <vector>
 
 namespace IOF {
@@ -241,14 +242,19 @@ class StreamIteratorBase {
                                               bool backward);
   [[gnu::visibility("hidden")]] const DbIOFList* ChooseSubList(const Quarp::DbMgr* mgr, const DbIOFBase& record);
   [[gnu::visibility("hidden")]] bool OnStack(const DbIOFList* list) const noexcept;
+  [[gnu::visibility("hidden")]] void Push(Item* item);
+  [[gnu::visibility("hidden")]] void Pop() noexcept;
+  [[gnu::visibility("hidden")]] void RebuildOwners();
 
   Quarp::UtMask m_TypeMask;
   int m_SubListMask = 15;
   Quarp::DbCPtr<DbIOFList> m_List;
   std::vector<Item*> m_Stack;
-  std::map<unsigned int, unsigned long long> m_Priorities;  // list type -> priority
-  std::map<CString, std::vector<Item*>> m_Bookmarks;        // saved stacks by name
-  Detail::ClassAnswers m_Answers;                           // for m_TypeMask
+  std::vector<const DbIOFList*> m_Owners;                        // the list of each stack entry
+  std::unordered_map<const DbIOFList*, unsigned> m_OwnerCounts;  // entries per list on the stack
+  std::map<unsigned int, unsigned long long> m_Priorities;       // list type -> priority
+  std::map<CString, std::vector<Item*>> m_Bookmarks;             // saved stacks by name
+  Detail::ClassAnswers m_Answers;                                // for m_TypeMask
 };
 
 }  // namespace IOF
