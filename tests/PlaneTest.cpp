@@ -61,15 +61,6 @@ TEST(DbIOFNciPlane, TextsAndFields) {
                 kNciBaseFields,
                 {"m_WorkOffsetNum=-1", "m_PlaneId=-1", "m_Comment=\"\"", "m_IsG68Compatible=false", "m_Matrix=identity",
                  "m_OriginMoveCoords=()", "m_ModeOriginMoveCoords=()", "m_G68MapMatrix=identity"}});
-  plane->SetWorkOffsetNum(54);
-  plane->SetComment(L"top");
-  plane->SetMatrix(GmXformMat3D::Translate(0, 0, 2));
-  EXPECT_EQ(plane->ToIOFString(), L"IOF NCI Plane Object - WorkOffsetNum = 54");
-  ExpectFields(*plane, {kRecordBaseFields,
-                        kNciBaseFields,
-                        {"m_WorkOffsetNum=54", "m_PlaneId=-1", "m_Comment=\"top\"", "m_IsG68Compatible=false",
-                         "m_Matrix=[1 0 0 0 0 1 0 0 0 0 1 2 0 0 0 1]", "m_OriginMoveCoords=()",
-                         "m_ModeOriginMoveCoords=()", "m_G68MapMatrix=identity"}});
 }
 
 // Plane, plane reference and tool-plane change: the plane's version 0 carried one more
