@@ -106,16 +106,22 @@ TEST(GenericAndManualEntry, Layouts) {
   EXPECT_TRUE(empty->GetIncludeWithMove());
 }
 
-// What the layout tables cannot show: the generic code compares the NCI base only; the
-// manual entry its G-code and time before its own fields.
+// What the layout tables cannot show: the generic code compares the NCI base only (the
+// time within 1e-6); the manual entry its G-code and time before its own fields.
 TEST(GenericAndManualEntry, ComparisonAroundTheTables) {
   using G = DbIOFNciGeneric;
-  ExpectReportOrder<G>({
-      {[](G& g, bool on) { g.SetIOFName(on ? L"X" : L""); }, L"Difference Detected: m_Name -  vs X\n"},
-      {[](G& g, bool on) { g.SetGCode(on ? 5 : 0); }, L"Difference Detected: m_GCode - 0 vs 5\n"},
-      {[](G& g, bool on) { g.SetOperationId(on ? 3 : -1); }, L"Difference Detected: m_OwnerOpId - -1 vs 3\n"},
-      {[](G& g, bool on) { g.SetTime(on ? 2.5 : 0); }, L"Difference Detected: m_Time - 0 vs 2.5\n"},
-  });
+  ExpectReportOrder<G>(
+      {
+          {[](G& g, bool on) { g.SetIOFName(on ? L"X" : L""); }, L"Difference Detected: m_Name -  vs X\n"},
+          {[](G& g, bool on) { g.SetGCode(on ? 5 : 0); }, L"Difference Detected: m_GCode - 0 vs 5\n"},
+          {[](G& g, bool on) { g.SetOperationId(on ? 3 : -1); }, L"Difference Detected: m_OwnerOpId - -1 vs 3\n"},
+          {[](G& g, bool on) { g.SetTime(on ? 2.5005 : 2.5); }, L"Difference Detected: m_Time - 2.5 vs 2.5005\n"},
+      },
+      [] {
+        auto g = G::Create();
+        g->SetTime(2.5);  // times below 0.001 are stored as 0: the tolerance shows above
+        return g;
+      });
   using M = DbIOFNciManualEntry;
   ExpectReportOrder<M>({
       {[](M& e, bool on) { e.SetGCode(on ? 1006 : 1005); }, L"Difference Detected: m_GCode - 1005 vs 1006\n"},
