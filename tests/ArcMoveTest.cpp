@@ -1,8 +1,8 @@
 // The arc moves: the planar arc's dump and plane texts, the 3-D arc's computed points
-// and flags, archive bytes, version errors, round trips and the comparison chains.
+// and flags, and one layout table per class (archive, versions, round trips, fields,
+// comparison order).
 #include "CompareOrderSupport.h"
-#include "RecordingVisitor.h"
-#include "TestSupport.h"
+#include "LayoutTable.h"
 
 #include <iof/DbIOFNciArc.h>
 #include <iof/DbIOFNciArc3D.h>
@@ -21,7 +21,6 @@ constexpr double kPi = std::numbers::pi;
 // Record, base-move and NCI-base versions, the record base, and the NCI base and base
 // move of a fresh move; the own fields follow. Points are their version byte and x, y, z.
 const std::string kHead = "00 01 00" + kRecordBase + kFreshNciBase + kFreshBaseMove;
-const std::size_t kHeadSize = 3 + kRecordBaseSize + kNciBaseSize + kBaseMoveSize;
 
 // --- planar arc -------------------------------------------------------------------------
 
@@ -66,55 +65,28 @@ TEST(DbIOFNciArc, PlaneTexts) {
   }
 }
 
-TEST(DbIOFNciArc, ArchiveAndVersion) {
-  auto arc = DbIOFNciArc::Create();
-  arc->SetArcPlane(IofArcPlaneType::XZ);
-  arc->SetStartPoint(GmPoint3D(1, 0, 0));
-  arc->SetEndPoint(GmPoint3D(0, 1, 0));
-  arc->SetCenterPoint(GmPoint3D(0, 0, 0.5));
-  arc->SetFullCircle(true);
-  arc->SetClockwise(true);
-  arc->SetSweepAngle(90);
-  arc->SetRadius(1);
-  arc->SetEndAngle(90);
-  ExpectArchive(*arc, kHead +
-                          "01 00 00 00"  // m_ArcPlane
-                          // m_StartPoint (1, 0, 0), m_EndPoint (0, 1, 0), m_CenterPoint (0, 0, 0.5)
-                          "00" +
-                          kOne + kZero + kZero + "00" + kZero + kOne + kZero + "00" + kZero + kZero +
-                          "00 00 00 00 00 00 E0 3F"
-                          "01 01"                      // m_FullCircle, m_Clockwise
-                          "00 00 00 00 00 80 56 40"    // m_SweepAngle
-                          "00"                         // m_IsHelix
-                          "00 00 00 00 00 00 F0 3F"    // m_Radius
-                          "00 00 00 00 00 00 00 00"    // m_StartAngle
-                          "00 00 00 00 00 80 56 40");  // m_EndAngle
-  // A newer arc version stops the load after the base part, before any own field.
-  ExpectNewerVersionRefused(*arc, 0, kHeadSize);
-}
-
-TEST(DbIOFNciArc, ComparisonOrder) {
+// The sweep is reported before the direction flag although the archive holds it after.
+// Of the base move, the G-code is never compared and the cutter compensation is; what
+// the points and sweep leave behind (5e-7) is within the tolerance.
+TEST(DbIOFNciArc, Layout) {
+  ExpectLayout<DbIOFNciArc>(
+      {kHead,
+       L"G0 1 0 S(1.000000 0.000000 0.000000) E(0.000000 1.000000 0.000000) C(0.000000 0.000000 0.500000) F0.000000 "
+       L"0 1 plane=G18 sweep =90 deg Dir:CLW ContourPosition.Before t=0s INC = 0",
+       {I(1, L"m_ArcPlane - 0 vs 1"), R(Pt(1, 0, 0), kP0, L"m_StartPoint - (0, 0, 0) vs (1, 0, 0)"),
+        R(Pt(0, 1, 0), kP0, L"m_EndPoint - (0, 0, 0) vs (0, 1, 0)"),
+        R(Pt(0, 0, 0.5), kP0, L"m_CenterPoint - (0, 0, 0) vs (0, 0, 0.5)"), Flag(L"m_FullCircle - false vs true"),
+        Flag(L"m_Clockwise - false vs true"), D(90, L"m_SweepAngle - 0 vs 90"), Flag(L"m_IsHelix - false vs true"),
+        D(2.5, L"m_Radius - 0 vs 2.5"), D(0.125, L"m_StartAngle - 0 vs 0.125"), D(1e-5, L"m_EndAngle - 0 vs 1e-05")},
+       {0, 1, 2, 3, 4, 6, 5, 7, 8, 9, 10},
+       "m_ArcPlane=1 m_StartPoint=(1,0,0) m_EndPoint=(0,1,0) m_CenterPoint=(0,0,0.5) m_FullCircle=true "
+       "m_Clockwise=true m_SweepAngle=90 m_IsHelix=true m_Radius=2.5 m_StartAngle=0.125 m_EndAngle=1e-05"});
   using A = DbIOFNciArc;
-  // The sweep is reported before the direction flag although the archive holds it after.
-  // G-code, and what the points and sweep leave behind (5e-7), are never reported.
   ExpectReportOrder<A>({
       {[](A& r, bool) { r.SetGCode(2); }, nullptr},
+      {[](A& r, bool) { r.SetCenterPoint(GmPoint3D(0, 5e-7, 0)); }, nullptr},
+      {[](A& r, bool) { r.SetSweepAngle(5e-7); }, nullptr},
       {[](A& r, bool on) { r.SetCutterComp(on ? 41 : 0); }, L"Difference Detected: m_CutterComp - 0 vs 41\n"},
-      {[](A& r, bool on) { r.SetArcPlane(static_cast<IofArcPlaneType>(on ? 7 : 0)); },
-       L"Difference Detected: m_ArcPlane - 0 vs 7\n"},
-      {[](A& r, bool on) { r.SetStartPoint(GmPoint3D(on ? 1 : 0, 0, 0)); },
-       L"Difference Detected: m_StartPoint - (0, 0, 0) vs (1, 0, 0)\n"},
-      {[](A& r, bool on) { r.SetEndPoint(GmPoint3D(0, on ? 2 : 0, 0)); },
-       L"Difference Detected: m_EndPoint - (0, 0, 0) vs (0, 2, 0)\n"},
-      {[](A& r, bool on) { r.SetCenterPoint(GmPoint3D(0, on ? 0 : 5e-7, on ? -3 : 0)); },
-       L"Difference Detected: m_CenterPoint - (0, 0, 0) vs (0, 0, -3)\n"},
-      {[](A& r, bool on) { r.SetFullCircle(on); }, L"Difference Detected: m_FullCircle - false vs true\n"},
-      {[](A& r, bool on) { r.SetSweepAngle(on ? 90 : 5e-7); }, L"Difference Detected: m_SweepAngle - 0 vs 90\n"},
-      {[](A& r, bool on) { r.SetClockwise(on); }, L"Difference Detected: m_Clockwise - false vs true\n"},
-      {[](A& r, bool on) { r.SetHelical(on); }, L"Difference Detected: m_IsHelix - false vs true\n"},
-      {[](A& r, bool on) { r.SetRadius(on ? 2.5 : 0); }, L"Difference Detected: m_Radius - 0 vs 2.5\n"},
-      {[](A& r, bool on) { r.SetStartAngle(on ? 0.125 : 0); }, L"Difference Detected: m_StartAngle - 0 vs 0.125\n"},
-      {[](A& r, bool on) { r.SetEndAngle(on ? 1e-5 : 0); }, L"Difference Detected: m_EndAngle - 0 vs 1e-05\n"},
   });
 }
 
@@ -179,62 +151,22 @@ TEST(DbIOFNciArc3D, FullCircleComparesTheSweepWith360) {
   }
 }
 
-TEST(DbIOFNciArc3D, ArchiveAndVersion) {
-  auto arc = DbIOFNciArc3D::Create();
-  arc->SetArcCSDbId(Quarp::DbId(0x0102030405060708ull));
-  arc->SetCenterPoint(GmPoint3D(0, 0, 1));
-  arc->SetRadius(2);
-  arc->SetSweepAngle(-1);
-  arc->SetHelicalPitch(0.5);
-  ExpectArchive(*arc, kHead +
-                          "08 07 06 05 04 03 02 01"  // m_ArcCSDbId, raw
-                          "00" +
-                          kZero + kZero + kOne +       // m_CenterPoint (0, 0, 1)
-                          "00 00 00 00 00 00 00 40"    // m_Radius
-                          "00 00 00 00 00 00 00 00"    // m_StartAngle
-                          "00 00 00 00 00 00 F0 BF"    // m_SweepAngle
-                          "00 00 00 00 00 00 E0 3F"    // m_HelicalPitch
-                          "00 00 00 00 00 00 00 00");  // m_SpiralPitch
-  ExpectNewerVersionRefused(*arc, 0, kHeadSize);
-}
-
-TEST(DbIOFNciArc3D, ComparisonOrderLeavesTheCoordinateSystemOut) {
+// The coordinate system id is archived raw and never compared; of the base move the
+// feed rate is compared first.
+TEST(DbIOFNciArc3D, Layout) {
+  ExpectLayout<DbIOFNciArc3D>(
+      {kHead,
+       L"",  // 3-D arcs show nothing in dumps
+       {R("08 07 06 05 04 03 02 01 ", Le(0ull), nullptr),
+        R(Pt(0, 0, 1), kP0, L"m_CenterPoint - (0, 0, 0) vs (0, 0, 1)"), D(2, L"m_Radius - 0 vs 2"),
+        D(0.5, L"m_StartAngle - 0 vs 0.5"), D(-1.5, L"m_SweepAngle - 0 vs -1.5"),
+        D(0.25, L"m_HelicalPitch - 0 vs 0.25"), D(1, L"m_SpiralPitch - 0 vs 1")},
+       {6, 5, 2, 3, 4, 1, 0},
+       "m_ArcCSDbId=#72623859790382856 m_CenterPoint=(0,0,1) m_Radius=2 m_StartAngle=0.5 "
+       "m_SweepAngle=-1.5 m_HelicalPitch=0.25 m_SpiralPitch=1"});
   using A = DbIOFNciArc3D;
-  ExpectReportOrder<A>({
-      {[](A& r, bool) { r.SetArcCSDbId(Quarp::DbId(99)); }, nullptr},  // never compared
-      {[](A& r, bool on) { r.SetFeedRate(on ? 10 : 0); }, L"Difference Detected: m_FeedRate - 0 vs 10\n"},
-      {[](A& r, bool on) { r.SetSpiralPitch(on ? 1 : 0); }, L"Difference Detected: m_SpiralPitch - 0 vs 1\n"},
-      {[](A& r, bool on) { r.SetHelicalPitch(on ? 2 : 0); }, L"Difference Detected: m_HelicalPitch - 0 vs 2\n"},
-      {[](A& r, bool on) { r.SetRadius(on ? 3 : 0); }, L"Difference Detected: m_Radius - 0 vs 3\n"},
-      {[](A& r, bool on) { r.SetStartAngle(on ? 0.5 : 0); }, L"Difference Detected: m_StartAngle - 0 vs 0.5\n"},
-      {[](A& r, bool on) { r.SetSweepAngle(on ? -1.5 : 0); }, L"Difference Detected: m_SweepAngle - 0 vs -1.5\n"},
-      {[](A& r, bool on) { r.SetCenterPoint(GmPoint3D(on ? 4 : 0, 0, 0)); },
-       L"Difference Detected: m_CenterPoint - (0, 0, 0) vs (4, 0, 0)\n"},
-  });
-}
-
-TEST(ArcMoves, VisitEveryField) {
-  auto arc = DbIOFNciArc::Create();
-  arc->SetStartPoint(GmPoint3D(1, 2, 3));
-  arc->SetArcPlane(IofArcPlaneType::NoPlane);
-  arc->SetHelical(true);
-  arc->SetStartAngle(45);
-  ExpectFields(*arc, {kRecordBaseFields,
-                      kNciBaseFields,
-                      kBaseMoveFields,
-                      {"m_ArcPlane=3", "m_StartPoint=(1,2,3)", "m_EndPoint=(0,0,0)", "m_CenterPoint=(0,0,0)",
-                       "m_FullCircle=false", "m_Clockwise=false", "m_SweepAngle=0", "m_IsHelix=true", "m_Radius=0",
-                       "m_StartAngle=45", "m_EndAngle=0"}});
-  auto arc3d = DbIOFNciArc3D::Create();
-  arc3d->SetArcCSDbId(Quarp::DbId(7));
-  arc3d->SetCenterPoint(GmPoint3D(1, 2, 3));
-  arc3d->SetRadius(4);
-  arc3d->SetSweepAngle(-0.5);
-  ExpectFields(*arc3d, {kRecordBaseFields,
-                        kNciBaseFields,
-                        kBaseMoveFields,
-                        {"m_ArcCSDbId=#7", "m_CenterPoint=(1,2,3)", "m_Radius=4", "m_StartAngle=0", "m_SweepAngle=-0.5",
-                         "m_HelicalPitch=0", "m_SpiralPitch=0"}});
+  ExpectReportOrder<A>(
+      {{[](A& r, bool on) { r.SetFeedRate(on ? 10 : 0); }, L"Difference Detected: m_FeedRate - 0 vs 10\n"}});
 }
 
 }  // namespace

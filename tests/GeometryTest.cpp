@@ -162,7 +162,8 @@ TEST(GmXformMat3D, IsOrthogonal) {
 TEST(GmXformMat3D, IsSameIgnoresTheYAxis) {
   const GmXformMat3D a = GmXformMat3D::Translate(1, 2, 3);
   GmXformMat3D b = a;
-  b(0, 1) = 0.5;  // only the Y column changes
+  b(0, 1) = 0.5;  // only the Y column changes, its direction too
+  b(1, 1) = 0.2;
   b(2, 1) = -7;
   EXPECT_TRUE(a.IsSame(b, 1e-7, 1e-7));
   GmXformMat3D c = a;

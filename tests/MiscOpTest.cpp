@@ -4,8 +4,7 @@
 // layouts and its shared list count, and the turret's dump resolving its reference
 // point in a manager.
 #include "CompareOrderSupport.h"
-#include "RecordingVisitor.h"
-#include "TestSupport.h"
+#include "LayoutTable.h"
 
 #include <iof/DbIOFNciMOpBarFeed.h>
 #include <iof/DbIOFNciMOpBarFeeder.h>
@@ -36,12 +35,6 @@ using Tail = DbIOFNciMOpTailStock;
 using Turret = DbIOFNciMOpTurret;
 using Rest = DbIOFNciMOpSteadyRest;
 
-// Little-endian hex of a value, written independently of the library's archive.
-template <class T>
-std::string Le(T v) {
-  const auto* bytes = reinterpret_cast<const std::uint8_t*>(&v);
-  return ToHex(Bytes(bytes, bytes + sizeof(T))) + " ";
-}
 std::string I32(std::int32_t v) { return Le(v); }
 std::string F64(double v) { return Le(v); }
 

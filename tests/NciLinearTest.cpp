@@ -133,10 +133,4 @@ TEST(DbIOFNciLinear, ComparisonSkipsTheNciBase) {
   });
 }
 
-TEST(DbIOFNciLinear, VisitsEveryField) {
-  auto line = DbIOFNciLinear::Create();
-  line->SetEndPoint(GmPoint3D(1, 2, 3));
-  ExpectFields(*line, {kRecordBaseFields, kNciBaseFields, kBaseMoveFields, {"m_EndPoint=(1,2,3)"}});
-}
-
 }  // namespace

@@ -2,8 +2,7 @@
 // bytes, every old layout, the version error, the round trips, the dump and the
 // comparison order with its lines; then each class's own rules.
 #include "CompareOrderSupport.h"
-#include "RecordingVisitor.h"
-#include "TestSupport.h"
+#include "LayoutTable.h"
 
 #include <iof/DbIOFCannedGroove.h>
 #include <iof/DbIOFDrill.h>
@@ -17,94 +16,10 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstring>
-#include <functional>
-
 using namespace IOF;
 using namespace TestSupport;
 
 namespace {
-
-// The little-endian bytes of a value, written independently of the library's archive.
-template <class T>
-std::string Le(T v) {
-  Bytes b(sizeof v);
-  std::memcpy(b.data(), &v, sizeof v);
-  return ToHex(b) + " ";
-}
-const std::string I0 = Le(0), D0 = Le(0.0), kFalse = "00 ", kTrue = "01 ", kP0 = "00" + D0 + D0 + D0;
-std::string Pt(double x, double y, double z) { return "00 " + Le(x) + Le(y) + Le(z); }
-
-// One own field in archive order: a stored value, its default, the difference line a
-// fresh record reports against that value (null: never compared), the version that
-// added it.
-struct Row {
-  std::string set, unset;
-  const wchar_t* line;
-  unsigned since = 0;
-};
-Row R(const std::string& set, const std::string& unset, const wchar_t* line, unsigned since = 0) {
-  return {set, unset, line, since};
-}
-Row D(double set, const wchar_t* line) { return R(Le(set), D0, line); }  // a double, default 0
-Row I(int set, const wchar_t* line) { return R(Le(set), I0, line); }     // an int, default 0
-
-// `head`: the record's bytes up to its own fields, its own version first (one byte).
-// `dump`: the text of the record whose rows all hold their stored values.
-// `order`: the comparison order as row indices, when it is not the archive order.
-struct Layout {
-  std::string head;
-  const wchar_t* dump;
-  std::vector<Row> rows;
-  std::vector<std::size_t> order = {};
-};
-
-// The archive of layout `version` whose rows `isSet` says hold their stored value.
-Bytes Image(const Layout& l, unsigned version, const std::function<bool(std::size_t)>& isSet) {
-  std::string hex = Le(static_cast<std::uint8_t>(version)) + l.head.substr(2);
-  for (std::size_t i = 0; i < l.rows.size(); ++i) {
-    if (l.rows[i].since <= version) hex += isSet(i) ? l.rows[i].set : l.rows[i].unset;
-  }
-  return Hex(hex);
-}
-
-template <class R>
-Quarp::DbPtr<R> Loaded(const Bytes& bytes) {
-  auto r = R::Create();
-  EXPECT_TRUE(LoadAll(*r, bytes));
-  return r;
-}
-
-template <class R>
-void ExpectLayout(const Layout& l) {
-  SCOPED_TRACE(R::kClassName);
-  const auto all = [](std::size_t) { return true; };
-  auto fresh = R::Create();
-  EXPECT_EQ(ToHex(Store(*fresh)), ToHex(Image(l, R::kVersion, [](std::size_t) { return false; })));
-  ExpectNewerVersionRefused(*fresh, 0, Hex(l.head).size());  // the base part read, no own field
-  // Each layout loads its fields; the later ones keep their defaults.
-  for (unsigned v = 0; v <= R::kVersion; ++v) {
-    auto r = Loaded<R>(Image(l, v, all));
-    EXPECT_EQ(ToHex(Store(*r)), ToHex(Image(l, R::kVersion, [&](std::size_t i) { return l.rows[i].since <= v; })));
-  }
-  auto full = Loaded<R>(Image(l, R::kVersion, all));
-  ExpectRoundTrips(*full);
-  EXPECT_EQ(full->ToIOFString(), l.dump);
-  // The fields from position k of the comparison order on differ: the first of them that
-  // is compared is the one reported.
-  std::vector<std::size_t> order = l.order;
-  for (std::size_t i = order.size(); i < l.rows.size(); ++i) order.push_back(i);
-  for (std::size_t k = 0; k <= order.size(); ++k) {
-    auto other = Loaded<R>(Image(
-        l, R::kVersion, [&](std::size_t i) { return std::find(order.begin() + k, order.end(), i) != order.end(); }));
-    const wchar_t* line = nullptr;
-    for (std::size_t j = k; j < order.size() && !line; ++j) line = l.rows[order[j]].line;
-    CString report;
-    EXPECT_EQ(fresh->Compare(other, report), line == nullptr) << k;
-    EXPECT_EQ(report, line ? CString(L"Difference Detected: ") + CString(line) + CString(L"\n") : CString()) << k;
-  }
-}
 
 const std::string kSubProgRef = kRecordBase + kFreshNciBase + "FF FF FF FF 00 " + Le(0ull);  // fresh, version 1
 
