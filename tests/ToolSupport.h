@@ -42,7 +42,9 @@ inline std::string Slurp(const std::string& path) {
 inline ToolRun Tool(const std::string& args) {
   const std::string out = TestSupport::TempPath("stdout.txt");
   const std::string err = TestSupport::TempPath("stderr.txt");
-  const std::string cmd = std::string("'") + IOF_TOOL_PATH + "' " + args + " >'" + out + "' 2>'" + err + "'";
+  // At most 1 GB of output: a tool that loops (a fault under test) must not fill the disk.
+  const std::string cmd =
+      std::string("ulimit -f 2000000; '") + IOF_TOOL_PATH + "' " + args + " >'" + out + "' 2>'" + err + "'";
   const int status = std::system(cmd.c_str());
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Slurp(out), Slurp(err)};
 }
