@@ -374,6 +374,17 @@ DbErr DbMgr::Load(Detail::LoadInput& in, bool readOnly) {
                                         "; this library reads versions up to " + std::to_string(kFormatVersion));
   }
 
+  // Where the whole input is at hand at once (in memory, or a file of one window), the
+  // checksum is checked first: a damaged file then costs one hash, not a load.
+  std::uint64_t stored = 0, computed = 0;
+  bool checked = false;
+  auto damaged = [&] {
+    return Fail(DbErr::Corrupt, "checksum mismatch: the file is damaged or truncated (stored " + Hex(stored) +
+                                    ", computed " + Hex(computed) + ")");
+  };
+  if (!in.FinishAhead(checked, stored, computed)) return inputFailure();
+  if (checked && stored != computed) return damaged();
+
   // The records are built as the bytes come in, into a new table that becomes the
   // manager's only when the whole file checked out. Any failure on the way is kept until
   // the checksum is known: a damaged file is reported as damaged, whatever it broke.
@@ -388,7 +399,7 @@ DbErr DbMgr::Load(Detail::LoadInput& in, bool readOnly) {
       End();
       arena->Release();
     }
-  } arenaGuard{new Detail::RecordArena(this)};
+  } arenaGuard{new Detail::RecordArena(this, 2 * size)};  // records take about twice their bytes
   std::unique_ptr<Table> table;
   std::size_t loaded = 0;
   // Records built so far belong to `table` until it is committed; on failure they go.
@@ -569,15 +580,13 @@ DbErr DbMgr::Load(Detail::LoadInput& in, bool readOnly) {
   arenaGuard.End();
 
   // The checksum decides: a damaged file is reported as such before anything it broke.
-  std::uint64_t stored = 0, computed = 0;
-  if (!in.Finish(stored, computed)) {
+  if (!checked && !in.Finish(stored, computed)) {
     discard();
     return inputFailure();
   }
   if (stored != computed) {
     discard();
-    return Fail(DbErr::Corrupt, "checksum mismatch: the file is damaged or truncated (stored " + Hex(stored) +
-                                    ", computed " + Hex(computed) + ")");
+    return damaged();
   }
   if (failure.newerClass) {
     // A record from a newer library: the caller of Read gets the archive's version error.

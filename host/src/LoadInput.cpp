@@ -98,4 +98,17 @@ bool LoadInput::Finish(std::uint64_t& stored, std::uint64_t& computed) {
   return true;
 }
 
+bool LoadInput::FinishAhead(bool& known, std::uint64_t& stored, std::uint64_t& computed) {
+  known = m_fd < 0 || m_size <= m_capacity;
+  if (!known || m_size < m_pos + kTrailerSize) {
+    known = false;
+    return true;
+  }
+  if (!Ensure(m_size - m_pos)) return false;
+  HashTo(m_body);
+  std::memcpy(&stored, m_data + (m_body - m_dataStart), kTrailerSize);
+  computed = XXH3_64bits_digest(m_state);
+  return true;
+}
+
 }  // namespace Quarp::Detail

@@ -3,8 +3,9 @@
 // A file is read block by block into a window that is reused, so that a load never
 // holds the whole file and the bytes it decodes are still in the cache; bytes already in
 // memory are used in place. Every byte of the body (the file without its trailing
-// checksum) is hashed once, as it enters the window (in memory: a block ahead of the
-// decoder), so the checksum is known as soon as the last record is built.
+// checksum) is hashed once, as it enters the window, so the checksum is known as soon as
+// the last record is built; where the whole input is at hand at once (in memory, or a
+// file of one window), FinishAhead hashes it before anything is decoded.
 #pragma once
 
 #include <cstddef>
@@ -52,6 +53,11 @@ class LoadInput {
   // Hashes what remains of the body and reads the stored checksum. False when the file
   // could not be read to its end.
   bool Finish(std::uint64_t& stored, std::uint64_t& computed);
+  // When the whole input fits in the window at once (bytes in memory, or a file of at
+  // most one block), reads all of it and does what Finish does, before anything is
+  // decoded: `known` says whether it did. A damaged input is then refused at the cost of
+  // one hash, instead of after its records were built. False as Finish.
+  bool FinishAhead(bool& known, std::uint64_t& stored, std::uint64_t& computed);
 
   int ReadErrno() const noexcept { return m_errno; }
   bool EndedEarly() const noexcept { return m_endedEarly; }

@@ -109,7 +109,7 @@ void* RecordArena::Allocate(std::size_t size) noexcept {
   return nullptr;
 #endif
   size = (size + 7) & ~std::size_t{7};
-  if (size > kChunk / 16) return nullptr;
+  if (m_small || size > kChunk / 16) return nullptr;
   if (!m_next || static_cast<std::size_t>(m_chunkEnd - m_next) < size) {
     if (!NextChunk()) return nullptr;
   }

@@ -30,8 +30,10 @@ class RecordArena {
   static constexpr std::size_t kChunk = std::size_t{2} << 20;
 
   // A new arena for the records of a load into `owner`, held by its creator (release
-  // it with Release).
-  explicit RecordArena(DbMgr* owner) noexcept : m_owner(owner) {}
+  // it with Release). `expected`: about how many bytes the records will take. Below an
+  // eighth of a chunk the arena gives nothing and the records are allocated one by one:
+  // mapping, clearing and unmapping a chunk costs more than a small file takes to load.
+  RecordArena(DbMgr* owner, std::size_t expected) noexcept : m_small(expected < kChunk / 8), m_owner(owner) {}
   RecordArena(const RecordArena&) = delete;
   RecordArena& operator=(const RecordArena&) = delete;
 
@@ -79,6 +81,7 @@ class RecordArena {
   char* m_chunkEnd = nullptr;
   char* m_regionEnd = nullptr;
   std::size_t m_nextRegionSize = 2 * kChunk;
+  bool m_small;
   void* m_last = nullptr;
   DbMgr* m_owner;
   mutable std::mutex m_foreignLock;
