@@ -12,9 +12,12 @@
 //
 // Files: Write is atomic (a temporary file beside the target, flushed, then renamed
 // over it): a failed or interrupted write leaves any existing file as it was. Read
-// verifies the whole file (magic number, format version, checksum) before it builds a
-// record, builds every record into a new table and replaces the manager's contents only
-// when everything loaded. Any failure leaves the manager unchanged, returns a DbErr and
+// checks the magic number and the format version, then builds the records into a new
+// table as the bytes come in, and replaces the manager's contents only when everything
+// loaded and the checksum matched; a damaged file is reported as damaged (checksum
+// mismatch), whatever else it broke. Bytes in memory and files of up to 512 KB are
+// checked against their checksum before a record is built, so refusing them costs one
+// hash. Any failure leaves the manager unchanged, returns a DbErr and
 // puts a sentence for a person in GetLastErrorText(). One failure is an exception
 // instead: a record whose stored class version is newer than this library knows makes
 // Read throw UtArchiveException with cause 2 (badSchema), naming the record. The format
