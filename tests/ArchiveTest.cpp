@@ -1,5 +1,6 @@
-// The archive: the bytes of every field type, the class version exchange, polymorphic
-// objects, and the refusal of data that is too short or claims too much.
+// The archive: the bytes of every field type and of the class version (the layouts of
+// every version are in the record tests), polymorphic objects, and the refusal of data
+// that is too short or claims too much.
 #include "TestSupport.h"
 
 #include <quarp/UtArrayEx.h>
@@ -137,27 +138,6 @@ TEST(ArchiveEncoding, ShortOverlongAndUnknownDataIsRefusedBeforeAllocating) {
     }
     EXPECT_EQ(object, nullptr) << c.what;
   }
-}
-
-// The version mechanism: version first, then the base, then the own fields in the
-// layout of the stored version.
-TEST(ArchiveVersions, CurrentOlderAndNewer) {
-  auto rec = TestSupport::TestRecord::Create(42, L"AB");
-  const Bytes current = TestSupport::Store(*rec);
-  EXPECT_EQ(ToHex(current), ToHex(Hex("01 2A 00 00 00 02 00 00 00 41 00 42 00")));
-
-  // Version 0 had the int only; the name keeps its default.
-  auto old = TestSupport::TestRecord::Create(0, L"default");
-  EXPECT_TRUE(TestSupport::LoadAll(*old, Hex("00 07 00 00 00")));
-  EXPECT_EQ(old->m_Value, 7);
-  EXPECT_EQ(old->m_Name, L"default");
-
-  // A newer version throws cause 2 after the version and before any own field.
-  auto newer = TestSupport::TestRecord::Create(5, L"keep");
-  std::size_t stopped = 0;
-  EXPECT_EQ(TestSupport::LoadCause(*newer, Hex("02 2A 00 00 00"), &stopped), 2);
-  EXPECT_EQ(stopped, 1u);
-  EXPECT_EQ(newer->m_Value, 5);
 }
 
 TEST(ArchiveObjects, WriteObjectAndReadObjectCarryTheClass) {

@@ -57,10 +57,12 @@ TEST(UtIOFAttribMap, TypedAddGetAndSet) {
   EXPECT_EQ(map.RemoveAttribute(CString(L"Count")), AttribGetStatus::Done);
   EXPECT_EQ(map.RemoveAttribute(CString(L"Count")), AttribGetStatus::NotFound);
   EXPECT_EQ(map.FindAttrib(CString(L"Count")), nullptr);
-  // Ordinal key order.
+  // Ordinal key order, in the map and in its trace lines (the 64-bit value prints its low 32 bits).
   std::vector<std::string> keys;
   for (const auto& entry : map) keys.push_back(entry.first.ToUtf8());
   EXPECT_EQ(keys, (std::vector<std::string>{"Big", "Depth", "Name", "On"}));
+  EXPECT_EQ(map.TraceLines(L"Op 5"), (std::vector<CString>{L"Op 5\tBig = 0", L"Op 5\tDepth = 3.5",
+                                                           L"Op 5\tName = finishing", L"Op 5\tOn = false"}));
 }
 
 TEST(UtIOFAttribMap, AddingAnItemTakesItOverUnlessTheKeyExists) {
@@ -205,16 +207,6 @@ TEST(UtIOFAttribMap, ADuplicateKeyOnLoadIsReportedAndDropped) {
   int v = 0;
   back.GetIntAttribVal(CString(L"A"), v);
   EXPECT_EQ(v, 5);
-}
-
-TEST(UtIOFAttribMap, TraceLines) {
-  UtIOFAttribMap map;
-  map.AddAttribute(CString(L"b"), 2);
-  map.AddAttribute(CString(L"a"), true);
-  const auto lines = map.TraceLines(L"Op 5");
-  ASSERT_EQ(lines.size(), 2u);
-  EXPECT_EQ(lines[0], L"Op 5\ta = true");
-  EXPECT_EQ(lines[1], L"Op 5\tb = 2");
 }
 
 TEST(UtSyncMgrToken, DataItemsAndTokenTexts) {

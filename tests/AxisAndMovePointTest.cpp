@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
 using namespace IOF;
 using TestSupport::Bytes;
 using TestSupport::Hex;
@@ -95,17 +93,7 @@ TEST(UtAxisMotionMap, ArchiveForm) {
     m.Serialize(in);
     EXPECT_EQ(in.GetRemaining(), 1u) << hex;
   }
-
-  // It is registered, and travels as an object.
-  Quarp::UtArchive out(Quarp::UtArchive::Store);
-  out.WriteObject(&map);
-  Quarp::UtArchive in(Quarp::UtArchive::Load, out.GetBytes());
-  Quarp::UtObject* obj = nullptr;
-  in.ReadObject(obj);
-  std::unique_ptr<Quarp::UtObject> owned(obj);
-  auto* object = dynamic_cast<UtAxisMotionMap*>(obj);
-  ASSERT_NE(object, nullptr);
-  EXPECT_TRUE(*object == map);
+  // That it travels as an object by its registered name: ClassNames.EveryRegisteredClassLoadsFromAFile.
 }
 
 TEST(UtIofMovePoint, SetAndGetByIndex) {
@@ -170,19 +158,9 @@ TEST(UtIofMovePoint, EqualityLooksAtCOnly) {
   EXPECT_FALSE(a == b);
 }
 
+// The six-axis bytes are pinned by the record layout tables (motion blocks, planes).
+// Loading takes the stored lengths.
 TEST(UtIofMovePoint, ArchiveForm) {
-  UtIofMovePoint p;
-  p.SetValByIndex(2, 1.0);
-  EXPECT_EQ(ToHex(TestSupport::Store(p)),
-            ToHex(Hex("00 06 00 00 00"
-                      "00 00 00 00 00 00 00 00  00 00 00 00 00 00 00 00  00 00 00 00 00 00 F0 3F"
-                      "00 00 00 00 00 00 00 00  00 00 00 00 00 00 00 00  00 00 00 00 00 00 00 00"
-                      "06 00 00 00 00 00 01 00 00 00")));
-  UtIofMovePoint back;
-  ASSERT_TRUE(TestSupport::LoadAll(back, TestSupport::Store(p)));
-  EXPECT_EQ(back.ToString(), p.ToString());
-
-  // Loading takes the stored lengths.
   UtIofMovePoint two;
   ASSERT_TRUE(TestSupport::LoadAll(two, Hex("00 02 00 00 00 00 00 00 00 00 00 F8 3F 00 00 00 00 00 00 00 00"
                                             "01 00 00 00 01")));

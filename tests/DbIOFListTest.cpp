@@ -45,6 +45,14 @@ TEST(DbIOFList, PushAndInsert) {
   EXPECT_EQ(list->InsertAfter(nullptr, DbId(7)), nullptr);
   EXPECT_EQ(list->InsertBefore(nullptr, DbId(7)), nullptr);
   EXPECT_EQ(list->Size(), 6);
+  // An item finds its list's pointer through the list's manager.
+  Quarp::DbPtr<DbIOFList> out;
+  EXPECT_EQ(two->GetList(out), Quarp::DbErr::NoManager);
+  EXPECT_EQ(static_cast<int>(two->GetList(out)), 3);
+  Quarp::DbMgr mgr;
+  mgr.Add(list);
+  EXPECT_EQ(two->GetList(out), Quarp::DbErr::Ok);
+  EXPECT_EQ(out.Get(), list.Get());
 }
 
 TEST(DbIOFList, PushFrontAcceptsNullAndReturnsTheTail) {
@@ -82,18 +90,6 @@ TEST(DbIOFList, Delete) {
   EXPECT_EQ(Ids(*list), (std::vector<std::uint64_t>{3}));
 }
 
-TEST(DbIOFList, ItemGetList) {
-  auto list = DbIOFList::Create(DbIOFList::kStream);
-  auto* item = list->PushBack(DbId(8));
-  Quarp::DbPtr<DbIOFList> out;
-  EXPECT_EQ(item->GetList(out), Quarp::DbErr::NoManager);
-  EXPECT_EQ(static_cast<int>(item->GetList(out)), 3);
-  Quarp::DbMgr mgr;
-  mgr.Add(list);
-  EXPECT_EQ(item->GetList(out), Quarp::DbErr::Ok);
-  EXPECT_EQ(out.Get(), list.Get());
-}
-
 TEST(DbIOFList, KindTexts) {
   struct Case {
     int kind;
@@ -119,69 +115,77 @@ TEST(DbIOFList, KindTexts) {
   }
 }
 
+// The record base of a named record: its version, the name, an empty attribute map
+// (version, count 0) and no sub-lists; then the list's kind and items.
 TEST(DbIOFList, ArchiveDropsNullIdsAndAppends) {
   auto list = DbIOFList::Create(DbIOFList::kOperation);
+  list->SetIOFName(CString(L"AB"));
   list->PushBack(DbId(5));
   list->InsertAfter(list->GetHead(), DbId());
   list->PushBack(DbId(7));
   ASSERT_EQ(list->Size(), 3);
   const auto bytes = TestSupport::Store(*list);
-  EXPECT_EQ(ToHex(bytes), ToHex(Hex("00 00 00 00 00 00 00 00 00 00 00 00"  // versions, name, attributes, sub-lists
-                                    "02 00 00 00"                          // kind
-                                    "03 00 00 00"                          // count
+  EXPECT_EQ(ToHex(bytes), ToHex(Hex("00  00  02 00 00 00 41 00 42 00  00 00 00 00 00  00"  // list version, record base
+                                    "02 00 00 00"                                          // kind
+                                    "03 00 00 00"                                          // count
                                     "05 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 07 00 00 00 00 00 00 00")));
   auto back = DbIOFList::Create(0);
+  back->SetIOFName(CString(L"old"));
   back->PushBack(DbId(1));
   ASSERT_TRUE(TestSupport::LoadAll(*back, bytes));
-  EXPECT_EQ(Ids(*back), (std::vector<std::uint64_t>{1, 5, 7}));  // appended, null dropped
-  EXPECT_EQ(back->GetListType(), DbIOFList::kOperation);
+  // Base fields first; the items appended, the null id dropped.
+  TestSupport::ExpectFields(
+      *back, {{"m_Name=\"AB\"", "m_Attributes=0 attributes", "m_SubLists=[]", "m_ListType=2", "m_Items=[1,5,7]"}});
 
   // A newer version: the base part was read, none of the list's own fields.
-  TestSupport::ExpectNewerVersionRefused(*back, 0, 1 + TestSupport::kRecordBaseSize);
+  TestSupport::ExpectNewerVersionRefused(*back, 0, 1 + TestSupport::kRecordBaseSize + 4);
   EXPECT_EQ(back->Size(), 3);
-
-  // Through a file and a clone: the name, the kind and the items.
-  back->SetIOFName(CString(L"AB"));
   TestSupport::ExpectRoundTrips(*back);
 }
 
-TEST(DbIOFList, ShallowCopiesShareTheItems) {
+// The copy constructor and assignment share the items (intended) and copy the name, the
+// kind and the attributes; Copy builds items of its own and leaves the attributes alone.
+TEST(DbIOFList, CopiesShareTheItemsButCopyBuildsItsOwn) {
   auto source = DbIOFList::Create(DbIOFList::kOperation);
+  source->SetIOFName(CString(L"Op"));
+  source->GetAttributes().AddAttribute(CString(L"Tag"), 5);
   source->PushBack(DbId(1));
   source->PushBack(DbId(2));
   {
     DbIOFList copy(*source);
-    EXPECT_EQ(copy.GetHead(), source->GetHead());  // shared: intended
+    EXPECT_EQ(copy.GetHead(), source->GetHead());
     EXPECT_EQ(copy.GetHead()->GetList(), source.Get());
     EXPECT_EQ(copy.GetListType(), DbIOFList::kOperation);
+    EXPECT_EQ(copy.GetIOFName(), L"Op");
+    EXPECT_EQ(copy.GetAttributes().GetCount(), 1u);
     DbIOFList assigned = *DbIOFList::Create(0);
     assigned.PushBack(DbId(9));
+    assigned.GetAttributes().AddAttribute(CString(L"Own"), true);
     assigned = copy;
     EXPECT_EQ(assigned.GetTail(), source->GetTail());
+    EXPECT_NE(assigned.GetAttributes().FindAttrib(CString(L"Tag")), nullptr);
+    EXPECT_EQ(assigned.GetAttributes().FindAttrib(CString(L"Own")), nullptr);
   }  // the copies go; the items stay with the source
   EXPECT_EQ(Ids(*source), (std::vector<std::uint64_t>{1, 2}));
+
+  auto target = DbIOFList::Create(0);
+  target->PushBack(DbId(99));
+  target->GetAttributes().AddAttribute(CString(L"Own"), true);
+  target->Copy(*source, Quarp::DbCloneMode::Normal, nullptr);
+  EXPECT_EQ(Ids(*target), (std::vector<std::uint64_t>{1, 2}));
+  EXPECT_EQ(target->GetListType(), DbIOFList::kOperation);
+  EXPECT_EQ(target->GetIOFName(), L"Op");
+  EXPECT_EQ(target->GetAttributes().GetCount(), 1u);
+  EXPECT_NE(target->GetAttributes().FindAttrib(CString(L"Own")), nullptr);
+  EXPECT_EQ(target->GetHead()->GetList(), target.Get());
   {
     auto copy = std::make_unique<DbIOFList>(*source);
     source->DeleteAll();  // frees the shared items once
     copy.reset();         // and the copy does not free them again
   }
+  EXPECT_EQ(Ids(*target), (std::vector<std::uint64_t>{1, 2}));
   source->PushBack(DbId(3));
   EXPECT_EQ(Ids(*source), (std::vector<std::uint64_t>{3}));
-}
-
-TEST(DbIOFList, CopyBuildsIndependentItems) {
-  auto source = DbIOFList::Create(DbIOFList::kMotionSubList);
-  source->PushBack(DbId(1));
-  source->PushBack(DbId(2));
-  auto target = DbIOFList::Create(0);
-  target->PushBack(DbId(99));
-  target->Copy(*source, Quarp::DbCloneMode::Normal, nullptr);
-  EXPECT_EQ(Ids(*target), (std::vector<std::uint64_t>{1, 2}));
-  EXPECT_EQ(target->GetListType(), DbIOFList::kMotionSubList);
-  EXPECT_NE(target->GetHead(), source->GetHead());
-  EXPECT_EQ(target->GetHead()->GetList(), target.Get());
-  source->DeleteAll();
-  EXPECT_EQ(target->Size(), 2);
 }
 
 TEST(DbIOFList, ReadsAListObject) {
@@ -211,10 +215,6 @@ TEST(DbIOFList, ALongListCostsLittle) {
   ASSERT_TRUE(TestSupport::LoadAll(*back, TestSupport::Store(*list)));
   EXPECT_EQ(back->GetTail()->GetId(), DbId(100000));
 }
-
-}  // namespace
-
-namespace {
 
 // A loaded list's items come from the load's arena, in blocks sized to the list: a
 // shallow copy still walks them after the manager and every loaded record are gone, and

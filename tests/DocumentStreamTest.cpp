@@ -25,10 +25,6 @@ TEST(DbIOFDocument, ANewDocument) {
   EXPECT_EQ(doc->GetNumberStreams(), 0);
   EXPECT_FALSE(doc->GetUseTCPForSimulationByDefault());
   EXPECT_EQ(doc->ToIOFString(), L"IOF Document Object fname: , ncName , isMetric 1");
-  doc->SetFileName(CString(L"part.mcam"));
-  doc->SetNcFilename(CString(L"part.nc"));
-  doc->SetIsMetric(false);
-  EXPECT_EQ(doc->ToIOFString(), L"IOF Document Object fname: part.mcam, ncName part.nc, isMetric 0");
   // In no manager, no stream can be made.
   EXPECT_TRUE(doc->AddStreamToList(1).IsNull());
   EXPECT_EQ(doc->GetNumberStreams(), 0);

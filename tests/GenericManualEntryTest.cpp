@@ -29,7 +29,6 @@ TEST(DbIOFNciManualEntry, Texts) {
       {L"CHECK PART", true, false, false,
        L"G1005 CHECK PART - OutAs: Code, Include With Move: No, Read Only When Posting: No"},
       {L"M01", false, true, false, L"G1005 M01 - OutAs: Comment, Include With Move: Yes, Read Only When Posting: No"},
-      {L"M01", true, true, true, L"G1005 M01 - OutAs: Code, Include With Move: Yes, Read Only When Posting: Yes"},
   };
   for (const Case& c : cases) {
     auto entry = DbIOFNciManualEntry::Create();
@@ -41,14 +40,7 @@ TEST(DbIOFNciManualEntry, Texts) {
   }
 }
 
-TEST(DbIOFNciGeneric, Texts) {
-  auto generic = DbIOFNciGeneric::Create();
-  EXPECT_EQ(generic->ToIOFString(), L"G0 IOF NCI Generic Object");  // the NCI base default G-code
-  generic->SetGCode(1000);
-  EXPECT_EQ(generic->ToIOFString(), L"G1000 IOF NCI Generic Object");
-}
-
-TEST(DbIOFNciGeneric, GenericBlock) {
+TEST(DbIOFNciGeneric, GenericBlockAndText) {
   auto generic = DbIOFNciGeneric::Create();
   unsigned char out[4] = {0xEE, 0xEE, 0xEE, 0xEE};
   EXPECT_EQ(generic->GetGenericBlock(nullptr), 0);
@@ -69,6 +61,8 @@ TEST(DbIOFNciGeneric, GenericBlock) {
   generic->SetGenericBlock(0, nullptr);  // empties without reading the source
   EXPECT_EQ(generic->GetGenericBlock(nullptr), 0);
   EXPECT_EQ(generic->GetGenericArray().GetGrowBy(), 10);  // the growth step is kept
+  generic->SetGCode(1000);
+  EXPECT_EQ(generic->ToIOFString(), L"G1000 IOF NCI Generic Object");
 }
 
 // The generic block is its version, count and growth step (8 bytes each), then the
@@ -76,7 +70,7 @@ TEST(DbIOFNciGeneric, GenericBlock) {
 // the newest field, first; its comparison puts it last.
 TEST(GenericAndManualEntry, Layouts) {
   const std::string block = "00 02 00 00 00 00 00 00 00  0A 00 00 00 00 00 00 00  AB 01 ";
-  ExpectLayout<DbIOFNciGeneric>({"00 00" + kRecordBase + kFreshNciBase,
+  ExpectLayout<DbIOFNciGeneric>({kHead + kFreshNciBase,
                                  L"G0 IOF NCI Generic Object",
                                  {R(block, "00  00 00 00 00 00 00 00 00  0A 00 00 00 00 00 00 00 ", nullptr)}});
   ExpectLayout<DbIOFNciManualEntry>(
@@ -91,19 +85,12 @@ TEST(GenericAndManualEntry, Layouts) {
   ExpectNewerVersionRefused(*DbIOFNciManualEntry::Create(), 1, 2 + kRecordBaseSize);
 
   // On load the array takes the stored count and growth step.
-  Bytes stepFour = Hex("00 00" + kRecordBase + "07 00 00 00  02 00 00 00" + Le(0.5) + block);
+  Bytes stepFour = Hex(kHead + "07 00 00 00  02 00 00 00" + Le(0.5) + block);
   stepFour[stepFour.size() - 10] = 4;
   auto back = DbIOFNciGeneric::Create();
   ASSERT_TRUE(LoadAll(*back, stepFour));
   EXPECT_EQ(back->GetGenericArray().GetGrowBy(), 4);
   ExpectFields(*back, {kRecordBaseFields, {"m_GCode=7", "m_OwnerOpId=2", "m_Time=0.5", "m_GenericBlock={AB 01}"}});
-
-  // A stored comment length below 1 is the empty string and reads no text.
-  const Bytes negative = Hex(kHead + "ED 03 00 00" + kNoOwnerNoTime + "FF FF FF FF  00 01");
-  auto empty = DbIOFNciManualEntry::Create();
-  ASSERT_TRUE(LoadAll(*empty, negative));
-  EXPECT_TRUE(empty->GetComment().IsEmpty());
-  EXPECT_TRUE(empty->GetIncludeWithMove());
 }
 
 // What the layout tables cannot show: the generic code compares the NCI base only (the

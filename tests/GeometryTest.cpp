@@ -62,14 +62,9 @@ TEST(GmPoint3D, IndexOutOfRangeIsReportedAndGivesZ) {
   }
 }
 
+// The bytes of points and vectors are pinned by the record layout tables; here the
+// version error, which leaves the point as it was.
 TEST(GmPoint3D, ArchiveForm) {
-  GmPoint3D p(1.0, -2.5, 0.0);
-  EXPECT_EQ(ToHex(TestSupport::Store(p)),
-            ToHex(Hex("00 00 00 00 00 00 00 F0 3F 00 00 00 00 00 00 04 C0 00 00 00 00 00 00 00 00")));
-  GmPoint3D back;
-  EXPECT_TRUE(TestSupport::LoadAll(back, TestSupport::Store(p)));
-  EXPECT_EQ(back, p);
-
   GmPoint3D untouched(5, 5, 5);
   std::size_t stopped = 0;
   EXPECT_EQ(TestSupport::LoadCause(untouched, Hex("01 00 00 00 00 00 00 F0 3F"), &stopped), 2);
@@ -92,15 +87,6 @@ TEST(GmVector3D, ProductsMagnitudeAndNormalize) {
   ExpectVector(GmVector3D(Zolt::Math::Vector::VecBase<3, double>(4.0, 5.0, 6.0)), 4, 5, 6);
   const GmVector3D sum = GmVector3D(1, 1, 1) + GmVector3D(1, 2, 3);  // the toolkit's arithmetic
   ExpectVector(sum, 2, 3, 4);
-}
-
-TEST(GmVector3D, ArchiveForm) {
-  GmVector3D v(1.0, 0.0, -2.5);
-  EXPECT_EQ(ToHex(TestSupport::Store(v)),
-            ToHex(Hex("00 00 00 00 00 00 00 F0 3F 00 00 00 00 00 00 00 00 00 00 00 00 00 00 04 C0")));
-  GmVector3D back;
-  EXPECT_TRUE(TestSupport::LoadAll(back, TestSupport::Store(v)));
-  ExpectVector(back, 1.0, 0.0, -2.5, 0.0);
 }
 
 TEST(GmXformMat3D, IdentityAndItsTextForm) {
@@ -203,17 +189,10 @@ TEST(GmXformMat3D, TraceLines) {
   EXPECT_EQ(mcode[4], "             0              0              0              1 ");
 }
 
+// The bytes of a transform are pinned by the plane's layout table; one of another size
+// is refused.
 TEST(GmXformMat3D, ArchiveForm) {
-  GmXformMat3D m = GmXformMat3D::Translate(0, 0, 1);
-  const auto bytes = TestSupport::Store(m);
-  ASSERT_EQ(bytes.size(), 1u + 8u + 16u * 8u);
-  EXPECT_EQ(ToHex({bytes.begin(), bytes.begin() + 9}), "00 04 00 00 00 04 00 00 00");
-  // Element [2][3] = 1.0 is the twelfth double.
-  EXPECT_EQ(ToHex({bytes.begin() + 9 + 11 * 8, bytes.begin() + 9 + 12 * 8}), "00 00 00 00 00 00 F0 3F");
   GmXformMat3D back = GmXformMat3D::RotX(1);
-  EXPECT_TRUE(TestSupport::LoadAll(back, bytes));
-  ExpectMatrixNear(back, m, 0.0);
-
   auto threeByThree = Hex("00 03 00 00 00 03 00 00 00");
   threeByThree.resize(threeByThree.size() + 72, 0);
   EXPECT_EQ(TestSupport::LoadCause(back, threeByThree), Quarp::UtArchiveException::generic);

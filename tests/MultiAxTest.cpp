@@ -1,5 +1,5 @@
 // The multi-axis move: its dump (without cutter compensation and time, "T"/"F" for the
-// post-logic flag) and its layout table.
+// post-logic flag: "T" in the layout table) and its layout table.
 #include "CompareOrderSupport.h"
 #include "LayoutTable.h"
 
@@ -31,22 +31,9 @@ TEST(DbIOFNciMultiAx, DumpTexts) {
   move->SetCutterComp(41);
   move->SetTime(2.5);
   move->SetCompOffsetValue(0.75);
-  struct Case {
-    bool added;
-    const wchar_t* text;
-  };
-  const Case cases[] = {
-      {true,
-       L"G1 1.500000 -2.000000 3.000000 0.000000 0.600000 0.800000 250.000000 4 ContourPosition.LeadIn "
-       L"1.000000 0.000000 0.000000 T INC = 1"},
-      {false,
-       L"G1 1.500000 -2.000000 3.000000 0.000000 0.600000 0.800000 250.000000 4 ContourPosition.LeadIn "
-       L"1.000000 0.000000 0.000000 F INC = 1"},
-  };
-  for (const Case& c : cases) {
-    move->SetAddedByPostLogic(c.added);
-    EXPECT_EQ(move->ToIOFString(), c.text);
-  }
+  EXPECT_EQ(move->ToIOFString(),
+            L"G1 1.500000 -2.000000 3.000000 0.000000 0.600000 0.800000 250.000000 4 ContourPosition.LeadIn "
+            L"1.000000 0.000000 0.000000 F INC = 1");
 }
 
 // The orientation is stored as given, not normalised. Of the base move, the cutter

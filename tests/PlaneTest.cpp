@@ -49,20 +49,6 @@ GmXformMat3D MatrixOf(const DbIOFNciPlaneBase& plane) {
 
 // --- DbIOFNciPlane ---------------------------------------------------------------------
 
-TEST(DbIOFNciPlane, TextsAndFields) {
-  auto plane = DbIOFNciPlane::Create();
-  EXPECT_EQ(plane->ToIOFString(), L"IOF NCI Plane Object - WorkOffsetNum = -1");
-  EXPECT_EQ(plane->DbIOFNciPlaneBase::ToIOFString(), L"IOF NCI Plane Base Object");
-  GmXformMat3D out = GmXformMat3D::Translate(1, 2, 3);
-  plane->GetMatrix(out);
-  EXPECT_TRUE(out.IsIdentity(1e-15));
-  ExpectFields(*plane,
-               {kRecordBaseFields,
-                kNciBaseFields,
-                {"m_WorkOffsetNum=-1", "m_PlaneId=-1", "m_Comment=\"\"", "m_IsG68Compatible=false", "m_Matrix=identity",
-                 "m_OriginMoveCoords=()", "m_ModeOriginMoveCoords=()", "m_G68MapMatrix=identity"}});
-}
-
 // Plane, plane reference and tool-plane change: the plane's version 0 carried one more
 // transform after the G68 matrix, read and dropped; its comment is never compared; the
 // reference's and the tool-plane change's ids are archived raw, the former printing its
@@ -87,11 +73,22 @@ TEST(PlaneRecords, Layouts) {
                                          R(kC1, kNoAxis, L"m_ModeOriginMoveCoords - () vs ( C1.00000000000000,)")}});
   ExpectLayout<DbIOFNciToolPlaneChange>(
       {"00 00" + base, L"IOF Tool Plane Change Object - ref Plane -2", {R(Le(0xFFFFFFFEull), Le(0ull), nullptr)}});
+  // A new plane: its texts, its matrix through the getter, its fields.
+  auto plane = DbIOFNciPlane::Create();
+  EXPECT_EQ(plane->ToIOFString(), L"IOF NCI Plane Object - WorkOffsetNum = -1");
+  EXPECT_EQ(plane->DbIOFNciPlaneBase::ToIOFString(), L"IOF NCI Plane Base Object");
+  GmXformMat3D out = GmXformMat3D::Translate(1, 2, 3);
+  plane->GetMatrix(out);
+  EXPECT_TRUE(out.IsIdentity(1e-15));
+  ExpectFields(*plane,
+               {kRecordBaseFields,
+                kNciBaseFields,
+                {"m_WorkOffsetNum=-1", "m_PlaneId=-1", "m_Comment=\"\"", "m_IsG68Compatible=false", "m_Matrix=identity",
+                 "m_OriginMoveCoords=()", "m_ModeOriginMoveCoords=()", "m_G68MapMatrix=identity"}});
   EXPECT_EQ(DbIOFNciPlaneReference::Create()->ToIOFString(), L"IOF NCI Plane reference Object - RefPlaneId = -1");
   EXPECT_EQ(DbIOFNciToolPlaneChange::Create()->ToIOFString(), L"IOF Tool Plane Change Object - ref Plane 0");
 
   // The plane-base level's version is exchanged but deliberately not checked.
-  auto plane = DbIOFNciPlane::Create();
   plane->SetWorkOffsetNum(54);
   Bytes oddBase = Store(*plane);
   oddBase[1] = 7;
@@ -284,19 +281,25 @@ TEST(DbIOFNciPlaneReference, MissingPlaneReportsFromGettersOnly) {
   }
 }
 
+// A loaded reference resolves in the manager it was loaded into, where its plane has
+// the same id as in the first.
 TEST(DbIOFNciPlaneReference, ResolvesThroughItsOwnManager) {
   ReferenceFixture first;
+  Bytes file;
+  ASSERT_EQ(first.mgr.WriteToMemory(file), Quarp::DbErr::Ok);
   Quarp::DbMgr second;
-  auto other = DbIOFNciPlane::Create();
+  ASSERT_EQ(second.ReadFromMemory(file), Quarp::DbErr::Ok) << second.GetLastErrorText();
+  Quarp::DbPtr<DbIOFNciPlaneReference> ref;
+  Quarp::DbPtr<DbIOFNciPlane> other;
+  ASSERT_TRUE(second.Get(ref, first.ref->GetId(), 0) && second.Get(other, first.planeId, 0));
+  TestSupport::AssertRecorder asserts;
+  EXPECT_EQ(Forwarded(*ref), Forwarded(*first.plane));
   other->SetWorkOffsetNum(99);
-  ASSERT_EQ(second.Add(other), first.planeId);  // the same id in another manager
-  auto ref = DbIOFNciPlaneReference::Create();
-  ref->SetReferencedPlaneId(first.planeId);
-  second.Add(ref);
   EXPECT_EQ(ref->GetWorkOffsetNum(), 99);
   ref->SetWorkOffsetNum(100);
   EXPECT_EQ(other->GetWorkOffsetNum(), 100);
   EXPECT_EQ(first.plane->GetWorkOffsetNum(), 51);
+  EXPECT_TRUE(asserts.Calls().empty());
 }
 
 // --- DbIOFNciToolPlaneChange -----------------------------------------------------------
@@ -338,20 +341,6 @@ TEST(DbIOFNciToolPlaneChange, ComparesThePlaneMatricesWhenBothResolve) {
   turned.change->SetGCode(3);
   EXPECT_FALSE(flat.change->Compare(turned.change, report));
   EXPECT_EQ(report, L"Difference Detected: m_GCode - 0 vs 3\n");
-}
-
-TEST(PlaneRecords, ALoadedReferenceResolvesInItsLoadedManager) {
-  ReferenceFixture f;
-  Bytes file;
-  ASSERT_EQ(f.mgr.WriteToMemory(file), Quarp::DbErr::Ok);
-  Quarp::DbMgr back;
-  ASSERT_EQ(back.ReadFromMemory(file), Quarp::DbErr::Ok) << back.GetLastErrorText();
-  Quarp::DbCPtr<DbIOFNciPlaneReference> ref;
-  ASSERT_TRUE(back.Get(ref, f.ref->GetId(), 0));
-  TestSupport::AssertRecorder asserts;
-  EXPECT_EQ(Forwarded(*ref), Forwarded(*f.plane));
-  EXPECT_TRUE(asserts.Calls().empty());
-  ExpectRoundTrips(*f.plane);
 }
 
 }  // namespace

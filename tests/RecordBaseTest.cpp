@@ -1,5 +1,5 @@
-// The record base: property comparisons and their exact lines, type answers, sub-lists,
-// copying and cloning.
+// The record base: property comparisons and their exact lines, texts, sub-lists and
+// cloning (its archive, field list and copies are in DbIOFListTest).
 #include "RecordingVisitor.h"
 #include "TestSupport.h"
 
@@ -129,26 +129,6 @@ TEST(DbIOFBase, SubLists) {
   EXPECT_EQ(owner->GetSubList(DbIOFList::kRetractBlock | DbIOFList::kMotionSubList), retractId);
 }
 
-TEST(DbIOFBase, CopyConstructorCopiesAttributesButCopyDoesNot) {
-  auto source = DbIOFList::Create(DbIOFList::kOperation);
-  source->SetIOFName(CString(L"Op"));
-  source->GetAttributes().AddAttribute(CString(L"Tag"), 5);
-  const DbIOFList byConstructor(*source);
-  EXPECT_EQ(byConstructor.GetAttributes().GetCount(), 1u);
-  EXPECT_EQ(byConstructor.GetIOFName(), L"Op");
-
-  auto target = DbIOFList::Create(0);
-  target->GetAttributes().AddAttribute(CString(L"Own"), true);
-  target->Copy(*source, Quarp::DbCloneMode::Normal, nullptr);
-  EXPECT_EQ(target->GetIOFName(), L"Op");
-  EXPECT_EQ(target->GetAttributes().GetCount(), 1u);
-  EXPECT_NE(target->GetAttributes().FindAttrib(CString(L"Own")), nullptr);  // kept: Copy leaves attributes alone
-
-  *target = *source;  // operator= copies them
-  EXPECT_NE(target->GetAttributes().FindAttrib(CString(L"Tag")), nullptr);
-  EXPECT_EQ(target->GetAttributes().FindAttrib(CString(L"Own")), nullptr);
-}
-
 TEST(DbIOFBase, CloneCopiesNameAndSubListsButNotAttributes) {
   Quarp::DbMgr mgr, target;
   auto source = DbIOFList::Create(DbIOFList::kOperation);
@@ -177,50 +157,12 @@ TEST(DbIOFBase, CloneCopiesNameAndSubListsButNotAttributes) {
   EXPECT_NE(clone->GetHead(), source->GetHead());  // independent items
   EXPECT_EQ(clone->GetHead()->GetList(), clone);
   EXPECT_EQ(xref.Find(source->GetId()), clone->GetId());
+  TestSupport::ExpectRoundTrips(*source);  // the attributes through the memory archive only
 
   err = Quarp::DbErr::Ok;
   EXPECT_EQ(source->Clone(Quarp::DbCloneMode::Normal, nullptr, nullptr, err), nullptr);
   EXPECT_EQ(err, Quarp::DbErr::AttachFailed);
   EXPECT_EQ(static_cast<int>(err), 16);
-}
-
-TEST(DbIOFBase, ArchiveOfTheBasePart) {
-  auto list = DbIOFList::Create(0);
-  const auto empty = TestSupport::Store(*list);
-  // list version, base version, empty name, attribute map (version, count 0), no sub-lists,
-  // kind, item count.
-  EXPECT_EQ(TestSupport::ToHex(empty), "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00");
-  list->SetIOFName(CString(L"AB"));
-  const auto named = TestSupport::Store(*list);
-  EXPECT_EQ(TestSupport::ToHex({named.begin() + 2, named.begin() + 10}), "02 00 00 00 41 00 42 00");
-
-  auto back = DbIOFList::Create(0);
-  ASSERT_TRUE(TestSupport::LoadAll(*back, named));
-  EXPECT_EQ(back->GetIOFName(), L"AB");
-  ASSERT_TRUE(TestSupport::LoadAll(*back, empty));
-  EXPECT_TRUE(back->GetIOFName().IsEmpty());
-}
-
-TEST(DbIOFBase, AttributesAndSubListsRoundTrip) {
-  Quarp::DbMgr mgr;
-  auto list = DbIOFList::Create(DbIOFList::kOperation);
-  auto sub = DbIOFList::Create(DbIOFList::kMotionSubList);
-  mgr.Add(list);
-  list->AddSubList(mgr.Add(sub));
-  list->GetAttributes().AddAttribute(CString(L"Coolant"), true);
-  list->GetAttributes().AddAttribute(CString(L"Pass"), 3);
-  TestSupport::ExpectRoundTrips(*list);  // the attributes through the memory archive only
-}
-
-TEST(DbIOFBase, VisitsItsFieldsBaseFirst) {
-  auto list = DbIOFList::Create(DbIOFList::kStream);
-  list->SetIOFName(CString(L"Main"));
-  list->PushBack(DbId(4));
-  list->PushBack(DbId(9));
-  TestSupport::RecordingVisitor v;
-  list->VisitFields(v);
-  EXPECT_EQ(v.fields, (std::vector<std::string>{"m_Name=\"Main\"", "m_Attributes=0 attributes", "m_SubLists=[]",
-                                                "m_ListType=1", "m_Items=[4,9]"}));
 }
 
 }  // namespace

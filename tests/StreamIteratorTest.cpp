@@ -1,14 +1,16 @@
 // The stream iterator and the filtered iterators, on jobs built in a manager: the walk
 // order both ways with depths and parents, the type mask, the choice of a sub-list,
 // priorities, bookmarks, copies, cycles, the two error operations, and each filtered
-// iterator.
-#include "RecordImpl.h"
+// iterator (the operation iterator yields operations of every operation class and no
+// other list).
 #include "TestSupport.h"
 
 #include <afx/Afx.h>
 #include <iof/DbIOFArcMotionBlock.h>
 #include <iof/DbIOFEvDwell.h>
 #include <iof/DbIOFNciLinear.h>
+#include <iof/DbIOFNciOperation.h>
+#include <iof/DbIOFNciTransSubProgOp.h>
 #include <iof/DbIOFTypeMgr.h>
 #include <iof/FilteredTypeIterator.h>
 #include <iof/MotionBlockIterator.h>
@@ -18,31 +20,6 @@
 
 #include <map>
 #include <tuple>
-
-namespace IOF {
-class StandInOperation;
-}
-template <>
-struct Quarp::DbTypeCode<IOF::StandInOperation> {
-  static constexpr std::uint64_t value = 0x5121;
-};
-
-namespace IOF {
-// Stands in for DbIOFNciOperation (type code 0x5121, a list of kind 2) until the tests
-// can use the real class.
-class StandInOperation : public DbIOFList {
-  IOF_RECORD(StandInOperation, DbIOFList)
-
- public:
-  static constexpr unsigned kVersion = 0;
-
- protected:
-  StandInOperation() : DbIOFList(kOperation) {}
-};
-IOF_IMPLEMENT_RECORD(StandInOperation)
-template <class F, class... R>
-void StandInOperation::Fields(F&&, R&...) {}
-}  // namespace IOF
 
 namespace {
 
@@ -93,8 +70,8 @@ struct Job {
 };
 
 // A stream: A; operation op1 (carrying sub-list {X}) holding B (an empty sub-list), C
-// (sub-list {D, E}) and F (motion sub-list {M1, M2}); an empty operation op2; G
-// (sub-list {W}); H.
+// (sub-list {D, E}) and F (motion sub-list {M1, M2}); an empty transformed sub-program
+// operation op2; G (sub-list {W}); H.
 struct StreamJob : Job {
   DbId stream;
   StreamJob() {
@@ -104,11 +81,11 @@ struct StreamJob : Job {
     Sub(f, List("sf", DbIOFList::kMotionSubList,
                 {Add(DbIOFMotionBlock::Create(), "M1"), Add(DbIOFArcMotionBlock::Create(), "M2")}));
     Sub(g, List("sg", DbIOFList::kRetractBlock, {Add(DbIOFEvDwell::Create(), "W")}));
-    auto op1 = StandInOperation::Create();
+    auto op1 = DbIOFNciOperation::Create();
     for (const DbId id : {b, c, f}) op1->PushBack(id);
     const DbId op = Add(op1, "op1");
     Sub(op, List("sx", DbIOFList::kMotionBlock, {Move("X")}));
-    const DbId op2 = Add(StandInOperation::Create(), "op2");
+    const DbId op2 = Add(DbIOFNciTransSubProgOp::Create(), "op2");
     stream = List("S", DbIOFList::kStream, {a, op, op2, g, Add(DbIOFEvDwell::Create(), "H")});
   }
 };
@@ -230,9 +207,12 @@ TEST(StreamIterator, NeverEntersAListThatStandsOnItsStack) {
   job.Push(s, {s, job.Move("B")});                           // a stream that holds itself
   job.Push(l2, {l1, r});                                     // two lists that hold each other
   job.Sub(r, job.List("sr", DbIOFList::kMotionBlock, {r}));  // a record whose sub-list holds it
-  StreamIteratorBase self(job.Get(s)), cycle(job.Get(job.List("T", DbIOFList::kStream, {l1, r})));
+  const DbId t = job.List("T", DbIOFList::kStream, {l1, r});
+  StreamIteratorBase self(job.Get(s)), cycle(job.Get(t));
+  OperationIterator ops(job.Get(t));  // lists of the operation kind are no operations
   EXPECT_EQ(job.Walk(self) + " | " + job.Walk(self, true), "A/1 S/1 B/1 | B/1 S/1 A/1");
   EXPECT_EQ(job.Walk(cycle), "L1/1 L2/2^L1 L1/3^L2 R/4^R R/2^R");
+  EXPECT_EQ(job.Walk(ops), "");
 }
 
 TEST(StreamIterator, ErrorsShowTheTextWithTheErrorIconThenThrowTheUserException) {

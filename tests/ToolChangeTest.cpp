@@ -22,13 +22,6 @@ namespace {
 // and the NCI base of a fresh one.
 const std::string kHeadV9 = "09 00" + kRecordBase + kFreshNciBase;
 
-// The visitor's lines of a tool change's own fields.
-std::vector<std::string> OwnFields(const DbIOFNciToolChange& tool) {
-  RecordingVisitor v;
-  tool.VisitFields(v);
-  return std::vector<std::string>(v.fields.begin() + 6, v.fields.end());  // past the record and NCI bases
-}
-
 // A tool change whose thread pitch can be set: the record has no accessor for it.
 class PitchedToolChange : public DbIOFNciToolChange {
  public:
@@ -100,9 +93,6 @@ TEST(DbIOFNciToolChange, Layouts) {
        "m_MillToolStationTiltAngleInDegree=30 m_MillToolSpindleSpeedMultiplier=2.5 "
        "m_ReverseMillToolSpindleDirection=true m_SpindleToolLocatorStationAngleInDegrees=15 "
        "m_IsYAxisTurningTool=true m_ThreadPitch=0"});
-  EXPECT_EQ(DbIOFNciToolChange::Create()->ToIOFString(),
-            L"IOF Nci Tool Change Object: DbId:0, slotId:-1, type:-1, turretIndex:-1, station:-1, "
-            L"name:\"\". Tool is \"Static\". GenType:\"ATC\". HolderType:\"None\".");
 }
 
 TEST(DbIOFNciToolChange, DumpTexts) {
@@ -128,20 +118,15 @@ TEST(DbIOFNciToolChange, DumpTexts) {
                                  c.genLabelText, c.holderLabelText));
   }
 
+  // The dump shows the record's id (the other values: see the layout table).
   Quarp::DbMgr mgr;
   auto first = DbIOFNciLinear::Create();
   mgr.Add(first);  // the tool change gets id 2
   auto tool = DbIOFNciToolChange::Create();
-  tool->SetToolSlotId(12);
-  tool->SetToolType(-2);
-  tool->SetTurretIndexPosition(3);
-  tool->SetToolStation(4);
-  tool->SetToolName(L"DRILL 5");
-  tool->SetIsToolLive(true);
   mgr.Add(tool);
   EXPECT_EQ(tool->ToIOFString(),
-            L"IOF Nci Tool Change Object: DbId:2, slotId:12, type:-2, turretIndex:3, station:4, "
-            L"name:\"DRILL 5\". Tool is \"Live\". GenType:\"ATC\". HolderType:\"None\".");
+            L"IOF Nci Tool Change Object: DbId:2, slotId:-1, type:-1, turretIndex:-1, station:-1, "
+            L"name:\"\". Tool is \"Static\". GenType:\"ATC\". HolderType:\"None\".");
 }
 
 // What the layout table cannot show: the G-code comes before every own field, the
@@ -165,31 +150,21 @@ TEST(DbIOFNciToolChange, ComparisonOrderAroundTheTable) {
       [] { return PitchedToolChange::Create(0.0); });
 }
 
+// Compared (see above) and copied, but never archived.
 TEST(DbIOFNciToolChange, ThreadPitchIsComparedCopiedButNeverArchived) {
   auto plain = DbIOFNciToolChange::Create();
   auto pitched = PitchedToolChange::Create(1.5);
-  CString report;
-  EXPECT_FALSE(plain->Compare(pitched, report));
-  EXPECT_EQ(report, L"Difference Detected: m_ThreadPitch - 0 vs 1.5\n");
-
-  // Copy carries it.
   auto copy = DbIOFNciToolChange::Create();
   copy->Copy(*pitched, Quarp::DbCloneMode::Normal, nullptr);
-  report.Empty();
+  CString report;
   EXPECT_FALSE(plain->Compare(copy, report));
   EXPECT_EQ(report, L"Difference Detected: m_ThreadPitch - 0 vs 1.5\n");
 
-  // The archive does not: the stored bytes equal those of a record without it, and the
-  // loaded record has 0.0 again.
+  // The stored bytes equal those of a record without it; a load leaves what the record held.
   EXPECT_EQ(Store(*pitched), Store(*plain));
   auto loaded = PitchedToolChange::Create(7.0);
   ASSERT_TRUE(LoadAll(*loaded, Store(*pitched)));
-  EXPECT_EQ(OwnFields(*loaded).back(), "m_ThreadPitch=7");  // a load leaves what the record held
-  auto fresh = DbIOFNciToolChange::Create();
-  ASSERT_TRUE(LoadAll(*fresh, Store(*pitched)));
-  EXPECT_EQ(OwnFields(*fresh).back(), "m_ThreadPitch=0");
-  report.Empty();
-  EXPECT_TRUE(fresh->Compare(plain, report)) << report;
+  EXPECT_EQ(Fields(*loaded).back(), "m_ThreadPitch=7");
 }
 
 }  // namespace
