@@ -1,6 +1,6 @@
 // The document comparison: the difference items for each kind of difference, the walk
 // order, the limit, cycles and shared lists, set-up failures, the texts of ToString and
-// DumpDiffInfo. (Lists nested 100000 deep: DiffValidateTest.)
+// DumpDiffInfo. (Lists nested 100000 deep: CorruptFileTest.)
 #include "CompareJob.h"
 
 #include <iof/UtIofCompareMgr.h>

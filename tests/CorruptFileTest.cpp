@@ -4,6 +4,7 @@
 #include "Commands.h"
 #include "RecordingVisitor.h"
 #include "TestSupport.h"
+#include "ToolSupport.h"
 #include "Walk.h"
 
 #include <iof/DbIOFDocument.h>
@@ -40,29 +41,19 @@ using TestSupport::Bytes;
 
 namespace {
 
-// Silences the tool's warnings on stderr while in scope.
-class QuietStderr {
- public:
-  QuietStderr() : m_old(std::cerr.rdbuf(nullptr)) {}
-  ~QuietStderr() {
-    std::cerr.rdbuf(m_old);
+// Takes what the tool writes to stderr while in scope.
+struct CapturedStderr {
+  std::ostringstream text;
+  std::streambuf* old = std::cerr.rdbuf(text.rdbuf());
+  ~CapturedStderr() {
+    std::cerr.rdbuf(old);
     std::cerr.clear();
   }
-  QuietStderr(const QuietStderr&) = delete;
-  QuietStderr& operator=(const QuietStderr&) = delete;
-
- private:
-  std::streambuf* m_old;
 };
 
 // The demonstration job's file, as `iof demo` writes it.
 const Bytes& DemoFile() {
-  static const Bytes file = [] {
-    const std::string path = TestSupport::TempPath("demo.iof");
-    std::ostringstream summary;
-    EXPECT_EQ(IofTool::RunDemo(path, summary), IofTool::kOk);
-    return TestSupport::ReadFile(path);
-  }();
+  static const Bytes file = TestSupport::ReadFile(ToolSupport::Demo());
   return file;
 }
 
@@ -113,7 +104,7 @@ std::size_t UseLikeAReader(Quarp::DbMgr& mgr) {
 // The tool's commands over a file.
 void RunTheTool(const std::string& path) {
   std::ostream nowhere(nullptr);
-  QuietStderr quiet;
+  CapturedStderr quiet;
   IofTool::RunDump({path, std::nullopt, false}, nowhere);
   IofTool::RunDump({path, std::nullopt, true}, nowhere);
   IofTool::RunStats(path, nowhere);
@@ -180,8 +171,25 @@ TEST(CorruptFile, EveryTruncationAndEveryChangedByteIsRefused) {
 // error with a message, or in a database a reader can use and the tool can dump. Four
 // values at every offset of the header and the class table and at a fixed sample of
 // the records' offsets (every 61st); then random damage of up to four bytes.
+// A count or a length made huge anywhere is refused before anything large is allocated:
+// at every offset of the header and the class table and at every 11th offset of the
+// records, a four-byte 0x7FFFFFFF and a five-byte compact 2^32 - 1. Proven under a limit
+// of the address space (RLIMIT_AS) of 256 MB above what the test uses: an allocation the
+// file's size does not justify fails, and the load would say "out of memory". The
+// sanitizer build reserves terabytes of address space, so there the same loads run
+// without the limit (and the sanitizer checks every access).
 TEST(CorruptFile, ChangesBehindAValidChecksumEndInAnErrorOrAUsableDatabase) {
   const Bytes good = DemoFile();
+#ifndef IOF_TEST_UNDER_ASAN
+  rlimit old{};
+  ASSERT_EQ(::getrlimit(RLIMIT_AS, &old), 0);
+  long pages = 0;
+  std::ifstream("/proc/self/statm") >> pages;
+  ASSERT_GT(pages, 0);
+  const rlimit limit{static_cast<rlim_t>(pages) * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE)) + (256u << 20),
+                     old.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_AS, &limit), 0);
+#endif
   const std::string path = TestSupport::TempPath("changed.iof");
   std::size_t loaded = 0, refused = 0, toolRuns = 0;
   const auto tryOne = [&](Bytes bad) {
@@ -189,7 +197,8 @@ TEST(CorruptFile, ChangesBehindAValidChecksumEndInAnErrorOrAUsableDatabase) {
     Quarp::DbMgr mgr;
     if (!Loads(mgr, bad)) {
       ++refused;
-      return;
+      EXPECT_EQ(mgr.GetLastErrorText().find("out of memory"), std::string::npos) << mgr.GetLastErrorText();
+      return 1;
     }
     ++loaded;
     UseLikeAReader(mgr);
@@ -198,6 +207,7 @@ TEST(CorruptFile, ChangesBehindAValidChecksumEndInAnErrorOrAUsableDatabase) {
       RunTheTool(path);
       ++toolRuns;
     }
+    return 0;
   };
   const std::size_t records = RecordsStart(good);
   for (std::size_t at = 8; at + 8 < good.size(); at += at < records ? 1 : 61) {
@@ -208,6 +218,14 @@ TEST(CorruptFile, ChangesBehindAValidChecksumEndInAnErrorOrAUsableDatabase) {
       tryOne(std::move(bad));
     }
   }
+  std::size_t hugeRefused = 0;
+  for (std::size_t at = 12; at + 8 + 5 <= good.size(); at += at < records ? 1 : 11) {
+    for (const Bytes& huge : {TestSupport::Hex("FF FF FF 7F"), TestSupport::Hex("FF FF FF FF 0F")}) {
+      Bytes bad = good;
+      std::copy(huge.begin(), huge.end(), bad.begin() + static_cast<std::ptrdiff_t>(at));
+      hugeRefused += tryOne(std::move(bad));
+    }
+  }
   std::mt19937 rng(20240917);
   for (int iteration = 0; iteration < 300; ++iteration) {
     Bytes bad = good;
@@ -215,10 +233,14 @@ TEST(CorruptFile, ChangesBehindAValidChecksumEndInAnErrorOrAUsableDatabase) {
     for (int e = 0; e < edits; ++e) bad[8 + rng() % (bad.size() - 16)] = static_cast<std::uint8_t>(rng());
     tryOne(std::move(bad));
   }
+#ifndef IOF_TEST_UNDER_ASAN
+  ::setrlimit(RLIMIT_AS, &old);
+#endif
   // Both outcomes occur, so both paths were exercised.
   EXPECT_GT(loaded, 100u);
   EXPECT_GT(refused, 100u);
   EXPECT_GT(toolRuns, 10u);
+  EXPECT_GT(hugeRefused, 1000u);
 }
 
 // A chain of operation lists, each the only item of the one before, 100,000 deep under a
@@ -257,44 +279,10 @@ TEST(CorruptFile, AChainOfListsNestedDeeplyIsWalkedToTheBottom) {
   // it stops there.
   EXPECT_EQ(UseLikeAReader(mgr), IofTool::kMaxNesting + 2);
   RunTheTool(path);
-}
-
-// A count or a length made huge anywhere in a file is refused before anything large is
-// allocated: at every offset of the header and the class table and at every 11th offset
-// of the records, a four-byte
-// 0x7FFFFFFF and a five-byte compact 2^32 - 1, behind a recomputed checksum. Proven under
-// a limit of the address space (RLIMIT_AS) of 256 MB above what the test uses: an
-// allocation the file's size does not justify fails, and the load would say "out of
-// memory". The sanitizer build reserves terabytes of address space, so there the same
-// loads run without the limit (and the sanitizer checks every access).
-TEST(CorruptFile, HugeCountsAreRefusedBeforeAnyLargeAllocation) {
-  const Bytes good = DemoFile();
-#ifndef IOF_TEST_UNDER_ASAN
-  rlimit old{};
-  ASSERT_EQ(::getrlimit(RLIMIT_AS, &old), 0);
-  long pages = 0;
-  std::ifstream("/proc/self/statm") >> pages;
-  ASSERT_GT(pages, 0);
-  const rlimit limit{static_cast<rlim_t>(pages) * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE)) + (256u << 20),
-                     old.rlim_max};
-  ASSERT_EQ(::setrlimit(RLIMIT_AS, &limit), 0);
-#endif
-  std::size_t refused = 0;
-  const std::size_t records = RecordsStart(good);
-  for (std::size_t at = 12; at + 8 + 5 <= good.size(); at += at < records ? 1 : 11) {
-    for (const Bytes& huge : {TestSupport::Hex("FF FF FF 7F"), TestSupport::Hex("FF FF FF FF 0F")}) {
-      Bytes bad = good;
-      std::copy(huge.begin(), huge.end(), bad.begin() + static_cast<std::ptrdiff_t>(at));
-      TestSupport::Reseal(bad);
-      Quarp::DbMgr mgr;
-      if (Loads(mgr, bad)) continue;
-      ++refused;
-      EXPECT_EQ(mgr.GetLastErrorText().find("out of memory"), std::string::npos)
-          << at << ": " << mgr.GetLastErrorText();
-    }
-  }
-#ifndef IOF_TEST_UNDER_ASAN
-  ::setrlimit(RLIMIT_AS, &old);
-#endif
-  EXPECT_GT(refused, 1000u);
+  // validate finds no defect, and the file does not differ from itself.
+  std::ostringstream out;
+  CapturedStderr err;
+  EXPECT_EQ(IofTool::RunValidate(path, out), IofTool::kOk);
+  EXPECT_EQ(IofTool::RunDiff({path, path, true, false}, out), IofTool::kOk);
+  EXPECT_EQ(out.str() + err.text.str(), "");
 }

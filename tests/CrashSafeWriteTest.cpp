@@ -1,7 +1,7 @@
-// Writes that are interrupted or cannot finish: a writer killed at any moment, a full
-// disk, a directory that cannot be written, a target that is a directory. The target is
-// always one complete version of the file, and the temporaries of dead writers do not
-// pile up.
+// Writes that are interrupted or cannot finish: a writer killed at any moment, a record
+// that cannot be stored, a full disk, a directory that cannot be written or is missing,
+// a target that is a directory. The target is always one complete version of the file,
+// and the temporaries of dead writers do not pile up.
 #include "TestSupport.h"
 
 #include <iof/DbIOFNciLinear.h>
@@ -11,6 +11,7 @@
 
 #include <csignal>
 #include <filesystem>
+#include <functional>
 #include <random>
 #include <string>
 
@@ -115,46 +116,67 @@ TEST(CrashSafeWrite, OnlyTemporariesOfDeadWritersAreRemoved) {
   for (const auto& p : {running, foreign, notOne}) EXPECT_TRUE(fs::exists(p)) << p;
 }
 
-// A full disk (a file size limit), a directory that cannot be written, a target that is
-// a directory: a clean error, the old file untouched, no temporary left.
+// A record that cannot be stored, a missing directory, a full disk (a file size limit), a
+// directory that cannot be written, a target that is a directory: a clean error with its
+// message, the old file untouched, no temporary left. Then a write that succeeds
+// replaces the file in one step and keeps its permissions.
 TEST(CrashSafeWrite, WritesThatCannotFinishLeaveTheOldFile) {
   const std::string path = TestSupport::TempPath("job.iof");
+  const std::string dir = fs::path(path).parent_path().string();
   Quarp::DbMgr small, big;
   FillJob(small, 10);
   FillJob(big, 20000);
   ASSERT_EQ(small.Write(Quarp::UtString(path.c_str())), Quarp::DbErr::Ok);
+  ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
   const TestSupport::Bytes before = TestSupport::ReadFile(path);
+  fs::create_directories(dir + "/sub/inside");
 
-  // 1: the right error; 2: another error; 3: no error text.
-  const auto check = [&](Quarp::DbErr err, const char* fragment) {
-    if (err != Quarp::DbErr::Io) return 2;
-    return big.GetLastErrorText().find(fragment) == std::string::npos ? 3 : 1;
+  // Each write runs in a child, which first makes the write fail; the child's exit code
+  // is 1 for the right error, 2 for another error, 3 for a text without `message`.
+  struct Case {
+    std::string target;
+    Quarp::DbErr err;
+    const char* message;
+    std::function<void()> prepare;
   };
-  EXPECT_EQ(InChild([&] {
-              std::signal(SIGXFSZ, SIG_IGN);
-              const rlimit limit{64 * 1024, 64 * 1024};
-              ::setrlimit(RLIMIT_FSIZE, &limit);
-              return check(big.Write(Quarp::UtString(path.c_str())), "File too large");
-            }),
-            1);
-  EXPECT_EQ(TestSupport::ReadFile(path), before);
-  EXPECT_EQ(OthersBeside(path), 0);
-
-  // Root may write anywhere: the child becomes an ordinary user first.
-  const std::string dir = fs::path(path).parent_path().string();
-  ASSERT_EQ(::chmod(dir.c_str(), 0555), 0);
-  EXPECT_EQ(InChild([&] {
-              if (::geteuid() == 0 && (::chown(dir.c_str(), 65534, 65534) != 0 || ::setuid(65534) != 0)) return 4;
-              return check(big.Write(Quarp::UtString(path.c_str())), "Permission denied");
-            }),
-            1);
+  const Case cases[] = {
+      {path, Quarp::DbErr::BadRecord, "record 20001 (TestRecord) could not be stored",
+       [&] {
+         auto bad = TestSupport::TestRecord::Create();
+         bad->m_FailToStore = true;
+         big.Add(bad);
+       }},
+      {dir + "/no-such-dir/job.iof", Quarp::DbErr::Io, "no-such-dir", [] {}},
+      {path, Quarp::DbErr::Io, "File too large",
+       [] {
+         std::signal(SIGXFSZ, SIG_IGN);
+         const rlimit limit{64 * 1024, 64 * 1024};
+         ::setrlimit(RLIMIT_FSIZE, &limit);
+       }},
+      {dir + "/sub", Quarp::DbErr::Io, "Is a directory", [] {}},
+      // Root may write anywhere: the child becomes an ordinary user first.
+      {path, Quarp::DbErr::Io, "Permission denied",
+       [&] {
+         ::chmod(dir.c_str(), 0555);
+         if (::geteuid() == 0 && (::chown(dir.c_str(), 65534, 65534) != 0 || ::setuid(65534) != 0)) ::_exit(4);
+       }},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(InChild([&] {
+                c.prepare();
+                if (big.Write(Quarp::UtString(c.target.c_str())) != c.err) return 2;
+                return big.GetLastErrorText().find(c.message) == std::string::npos ? 3 : 1;
+              }),
+              1)
+        << c.message;
+    EXPECT_EQ(TestSupport::ReadFile(path), before) << c.message;
+    EXPECT_EQ(OthersBeside(path), 1) << c.message;  // the directory sub
+  }
+  EXPECT_TRUE(fs::exists(dir + "/sub/inside"));
   ASSERT_EQ(::chmod(dir.c_str(), 0755), 0);
-  EXPECT_EQ(TestSupport::ReadFile(path), before);
-  EXPECT_EQ(OthersBeside(path), 0);
-
-  const std::string sub = dir + "/sub";
-  fs::create_directories(sub + "/inside");
-  EXPECT_EQ(check(big.Write(Quarp::UtString(sub.c_str())), "Is a directory"), 1);
-  EXPECT_TRUE(fs::exists(sub + "/inside"));
-  EXPECT_EQ(OthersBeside(path), 1);  // the directory itself
+  ASSERT_EQ(big.Write(Quarp::UtString(path.c_str())), Quarp::DbErr::Ok) << big.GetLastErrorText();
+  struct stat st {};
+  ASSERT_EQ(::stat(path.c_str(), &st), 0);
+  EXPECT_EQ(st.st_mode & 0777, 0640u);
+  EXPECT_EQ(LoadedCount(path), 20000);
 }

@@ -1,35 +1,18 @@
 // A producer's run from the top and a post-processor's reading of the file: build a job
 // with a document, two streams, operations with a sub-operation (approach and a motion
-// list) and a retract each, de-duplicated tool changes and planes and moves of every
-// kind, write it, read it into a fresh manager and find everything again, equal field
-// by field.
-#include "TestSupport.h"
+// list) and a retract each, de-duplicated tool changes and planes, and moves with motion
+// sub-lists, write it, read it into a fresh manager and find everything again, equal
+// field by field. (Each record class alone: its layout test and the type registry's
+// test, which loads every registered class from a file.)
+#include "ToolSupport.h"
 
 #include <iof/DbIOFApproach.h>
 #include <iof/DbIOFArcMotionBlock.h>
-#include <iof/DbIOFDocument.h>
-#include <iof/DbIOFDrillMotionBlock.h>
-#include <iof/DbIOFEvDwell.h>
-#include <iof/DbIOFEvSync.h>
-#include <iof/DbIOFList.h>
-#include <iof/DbIOFMultiAxMotionBlock.h>
-#include <iof/DbIOFNciArc.h>
-#include <iof/DbIOFNciArc3D.h>
-#include <iof/DbIOFNciGeneric.h>
-#include <iof/DbIOFNciLinear.h>
-#include <iof/DbIOFNciManualEntry.h>
-#include <iof/DbIOFNciMultiAx.h>
-#include <iof/DbIOFNciOperation.h>
 #include <iof/DbIOFNciPlane.h>
-#include <iof/DbIOFNciSubOp.h>
-#include <iof/DbIOFNciToolChange.h>
-#include <iof/DbIOFNciToolPlaneChange.h>
 #include <iof/DbIOFRetract.h>
-#include <iof/DbIOFStream.h>
 
 #include <gtest/gtest.h>
 
-#include <numbers>
 #include <vector>
 
 using namespace IOF;
@@ -37,112 +20,31 @@ using Quarp::DbId;
 
 namespace {
 
-Quarp::DbPtr<DbIOFNciToolChange> Tool(int number, double diameter) {
-  auto tool = DbIOFNciToolChange::Create();
-  tool->SetToolNum(number);
-  tool->SetToolSlotId(number);
-  tool->SetToolStation(1);
-  tool->SetToolType(2);
-  tool->SetToolDiameter(diameter);
-  tool->SetToolName(CString::Formatted(L"T%d", number));
-  return tool;
-}
-
-// The producer: one operation per tool, moves of every kind, motion blocks in sub-lists.
-void Produce(Quarp::DbMgr& mgr, DbId& docId) {
-  auto doc = DbIOFDocument::Create(&mgr);
-  doc->SetFileName(CString(L"part.mcam"));
-  docId = mgr.Add(doc);
+// The producer: in each stream three operations, by tools 1, 2, 1 (the third is reused)
+// in planes turned by 0, 0.5 and 0 about X (the third equals the first). Each has a
+// sub-operation with an approach and a motion list, which holds a line and an arc with
+// its block in a motion sub-list, and a retract.
+void Produce(ToolSupport::Job& job) {
   for (int number = 1; number <= 2; ++number) {
-    Quarp::DbPtr<DbIOFStream> stream;
-    ASSERT_TRUE(mgr.Get(stream, doc->AddStreamToList(number), 0));
+    job.Stream(number);
     for (int opIndex = 0; opIndex < 3; ++opIndex) {
-      auto op = DbIOFNciOperation::Create();
-      op->SetIOFName(CString::Formatted(L"Op %d.%d", number, opIndex));
-      const DbId opId = mgr.Add(op);
-      stream->PushBack(opId);
-      bool added = false;
-      auto tool = Tool(opIndex % 2 + 1, 6.0 + opIndex);  // tools 1, 2, 1: the third is reused
-      op->SetNextToolChg(stream->AddToolChange(tool, added, true, true));
-      op->PushBack(op->GetNextToolChg());
-      EXPECT_EQ(added, opIndex < 2);
-      const DbId planeId = stream->AddPlane(GmXformMat3D::RotX(opIndex == 2 ? 0.0 : opIndex * 0.5), 54, false, 1e-6);
-      auto planeChange = DbIOFNciToolPlaneChange::Create();
-      planeChange->SetPlaneDbId(planeId);
-      op->PushBack(mgr.Add(planeChange));
-      // A sub-operation with its approach and a motion list that holds the cut.
-      auto subOp = DbIOFNciSubOp::Create();
-      subOp->SetOpId(opId);
-      subOp->SetToolChangeId(op->GetNextToolChg());
-      op->PushBack(mgr.Add(subOp));
+      DbIOFNciOperation& op = job.Op(opIndex % 2 ? L"Finish" : L"Rough");
+      job.Tool(opIndex % 2 + 1, opIndex % 2 ? L"T2" : L"T1", 2, 1);
+      job.Plane(54, GmXformMat3D::RotX(opIndex == 2 ? 0.0 : opIndex * 0.5));
+      DbIOFNciSubOp& subOp = job.Sub(1000 + opIndex, IofArcPlaneType::XY);
       auto approach = DbIOFApproach::Create();
       approach->SetEndPoint(GmPoint3D(opIndex, number, 5));
-      subOp->PushBack(mgr.Add(approach));
-      auto cut = DbIOFList::Create(DbIOFList::kMotionBlock);
-      subOp->PushBack(mgr.Add(cut));
-
-      auto line = DbIOFNciLinear::Create();
-      line->SetEndPoint(GmPoint3D(opIndex, number, -1));
-      line->SetFeedRate(300 + opIndex);
-      line->SetTime(1.5);
-      line->SetOperationId(static_cast<int>(opId.Value()));
-      cut->PushBack(mgr.Add(line));
-
-      auto arc = DbIOFNciArc::Create();
-      arc->SetCenterPoint(GmPoint3D(1, 1, 0));
-      arc->SetSweepAngle(90);
-      arc->SetClockwise(true);
-      const DbId arcId = mgr.Add(arc);
-      cut->PushBack(arcId);
-      auto sub = DbIOFList::Create(DbIOFList::kMotionSubList);
-      const DbId subId = mgr.Add(sub);
+      subOp.PushBack(job.mgr.Add(approach));
+      job.Line(opIndex, number, -1, 300 + opIndex).SetTime(1.5);
+      auto blocks = DbIOFList::Create(DbIOFList::kMotionSubList);
       auto block = DbIOFArcMotionBlock::Create();
-      UtIofMovePoint end;
-      end.SetXYZ(GmPoint3D(2, 2, 0));
-      block->SetEndPt(end);
-      sub->PushBack(mgr.Add(block));
-      ASSERT_TRUE(arc->AddSubList(subId));
-
-      auto helix = DbIOFNciArc3D::Create();
-      helix->SetRadius(4);
-      helix->SetSweepAngle(std::numbers::pi);
-      helix->SetHelicalPitch(-2);
-      cut->PushBack(mgr.Add(helix));
-
-      auto multi = DbIOFNciMultiAx::Create();
-      multi->SetToolTipPt(GmPoint3D(5, 5, 5));
-      multi->SetToolOrientVect(GmVector3D(0, 0, 1));
-      const DbId multiId = mgr.Add(multi);
-      cut->PushBack(multiId);
-      auto machine = DbIOFList::Create(DbIOFList::kMachineBasedMotionSubList);
-      const DbId machineId = mgr.Add(machine);
-      auto multiBlock = DbIOFMultiAxMotionBlock::Create();
-      multiBlock->SetG43EndPt(GmPoint3D(5, 5, 105));
-      machine->PushBack(mgr.Add(multiBlock));
-      ASSERT_TRUE(multi->AddSubList(machineId));
-
-      auto drill = DbIOFDrillMotionBlock::Create();
-      drill->SetEndPoint2(end);
-      cut->PushBack(mgr.Add(drill));
-      auto generic = DbIOFNciGeneric::Create();
-      const unsigned char bytes[] = {1, 2, 3};
-      generic->SetGenericBlock(sizeof bytes, bytes);
-      cut->PushBack(mgr.Add(generic));
-      auto note = DbIOFNciManualEntry::Create();
-      note->SetComment(CString(L"Stop and check"));
-      cut->PushBack(mgr.Add(note));
-      auto dwell = DbIOFEvDwell::Create();
-      dwell->SetDwellTime(0.5 * (opIndex + 1));
-      cut->PushBack(mgr.Add(dwell));
+      blocks->PushBack(job.mgr.Add(block));
+      const GmPoint3D from(opIndex, number, -1);
+      job.Arc(IofArcPlaneType::XY, from, {0, 0, -1}, {1, 1, -1}, true, 200).AddSubList(job.mgr.Add(blocks));
       auto retract = DbIOFRetract::Create();
       retract->SetRetractType(DbIOFRetract::kReposition);
-      op->PushBack(mgr.Add(retract));
+      op.PushBack(job.mgr.Add(retract));
     }
-    auto sync = DbIOFEvSync::Create();
-    sync->SetSyncId(10);
-    stream->PushBack(mgr.Add(sync));
-    EXPECT_EQ(stream->GetToolChangeList().GetSize(), 2);
-    EXPECT_EQ(stream->GetToolPlaneList().GetSize(), 2);  // the third plane equals the first
   }
 }
 
@@ -158,11 +60,11 @@ void Collect(const Quarp::DbMgr& mgr, DbId id, std::vector<DbId>& out) {
 }
 
 TEST(EndToEnd, AProducersJobReadsBackFieldByField) {
-  Quarp::DbMgr produced;
-  DbId docId;
-  Produce(produced, docId);
-  const std::string path = TestSupport::TempPath("job.iof");
-  ASSERT_EQ(produced.Write(Quarp::UtString(path.c_str())), Quarp::DbErr::Ok) << produced.GetLastErrorText();
+  ToolSupport::Job job;
+  Produce(job);
+  const Quarp::DbMgr& produced = job.mgr;
+  const DbId docId(1);
+  const std::string path = job.Write("job.iof");
 
   // The post-processor: open the file, find the document, take each stream by number.
   Quarp::DbMgr post;
@@ -172,7 +74,6 @@ TEST(EndToEnd, AProducersJobReadsBackFieldByField) {
   DbId at;
   ASSERT_TRUE(post.GetNext(doc, at, 0));
   EXPECT_EQ(doc.GetId(), docId);
-  EXPECT_EQ(doc->GetFileName(), L"part.mcam");
   ASSERT_EQ(doc->GetNumberStreams(), 2);
 
   std::size_t compared = 0;
@@ -180,7 +81,9 @@ TEST(EndToEnd, AProducersJobReadsBackFieldByField) {
     Quarp::DbCPtr<DbIOFStream> stream;
     ASSERT_TRUE(post.Get(stream, doc->GetStreamById(number), 0));
     EXPECT_EQ(stream->GetStreamId(), number);
-    EXPECT_EQ(stream->Size(), 4);  // three operations and the sync event
+    EXPECT_EQ(stream->Size(), 3);
+    EXPECT_EQ(stream->GetToolChangeList().GetSize(), 2);
+    EXPECT_EQ(stream->GetToolPlaneList().GetSize(), 2);
     Quarp::DbCPtr<DbIOFNciOperation> op;
     ASSERT_TRUE(post.Get(op, stream->GetHead()->GetId(), 0));
     EXPECT_EQ(op->GetApproach()->GetEndPoint(), GmPoint3D(0, number, 5));
@@ -211,7 +114,7 @@ TEST(EndToEnd, AProducersJobReadsBackFieldByField) {
       EXPECT_EQ(plane->GetWorkOffsetNum(), 54);
     }
   }
-  EXPECT_GT(compared, 80u);
+  EXPECT_EQ(compared, 68u);
 }
 
 }  // namespace

@@ -10,23 +10,17 @@ namespace {
 
 using IOF::IofArcPlaneType;
 using ToolSupport::Job;
-using ToolSupport::Slurp;
 using ToolSupport::Tool;
 
 // A 10 x 10 square by tool 1 (its first side in two moves), then tool 2 comes over
 // with a rapid and cuts a half circle in X-Y.
 std::string SquareAndArc() {
   Job job;
-  job.Stream(1);
-  job.Op(L"Square");
-  job.Tool(1, L"Square mill", 2, 1);
-  job.Sub(5000, IofArcPlaneType::XY);
+  job.Mill(L"Square", 1, L"Square mill", 5000);
   job.Line(0, 0, 5);
   for (const auto& [x, y] : {std::pair{0, 0}, {5, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}}) job.Line(x, y, -1, 500);
   job.Line(0, 0, 5);
-  job.Op(L"Arc");
-  job.Tool(2, L"Arc mill", 2, 1);
-  job.Sub(5000, IofArcPlaneType::XY);
+  job.Mill(L"Arc", 2, L"Arc mill", 5000);
   job.Line(10, 5, 5);
   job.Line(10, 5, -2, 100);
   job.Arc(IofArcPlaneType::XY, {10, 5, -2}, {0, 5, -2}, {5, 5, -2}, false, 300);
@@ -45,7 +39,7 @@ TEST(Plot, SquareArcRapidAndTwoToolsWhereTheyBelong) {
   const std::string svg = TestSupport::TempPath("square-arc.svg");
   const ToolSupport::ToolRun r = Tool("plot '" + file + "' -o '" + svg + "' --width 400");
   ASSERT_EQ(r.code, 0) << r.err;
-  const std::string text = Slurp(svg);
+  const std::string text = TestSupport::ReadFile<std::string>(svg);
   // 10 mm is 34.4 px; the model's origin sits at (28, 386), Y up. The square is one
   // path, its first side one line; the half circle two arcs, counter-clockwise.
   for (const char* part :
@@ -59,19 +53,16 @@ TEST(Plot, SquareArcRapidAndTwoToolsWhereTheyBelong) {
     EXPECT_NE(text.find(part), std::string::npos) << part << "\n" << text;
   }
   ASSERT_EQ(Tool("plot '" + file + "' -o '" + svg + "' --view xz").code, 0);
-  EXPECT_NE(Slurp(svg).find("XZ view (X across, Z up)"), std::string::npos);
+  EXPECT_NE(TestSupport::ReadFile<std::string>(svg).find("XZ view (X across, Z up)"), std::string::npos);
 }
 
 TEST(Plot, PicturesRender) {
   if (std::system("command -v rsvg-convert >/dev/null") != 0)
     GTEST_SKIP() << "rsvg-convert is missing: run scripts/bootstrap";
-  const std::string demo = TestSupport::TempPath("plot-demo.iof");
-  ASSERT_EQ(Tool("demo -o '" + demo + "'").code, 0);
+  const std::string demo = ToolSupport::Demo();
   Job drill;
   drill.Stream(3);
-  drill.Op(L"Drill");
-  drill.Tool(3, L"Drill 5", 2, 1);
-  drill.Sub(1500, IofArcPlaneType::XY);
+  drill.Mill(L"Drill", 3, L"Drill 5", 1500);
   drill.Drill(0, 0, {{10, 10, -12}, {20, 10, -12}}, 2, 10);
   for (const auto& [file, view, expect] : {std::tuple{demo, "", "XZ view (Z across, X up)"},
                                            {demo, "--view iso", "isometric view"},
@@ -80,11 +71,9 @@ TEST(Plot, PicturesRender) {
     const std::string svg = TestSupport::TempPath("picture.svg");
     const ToolSupport::ToolRun r = Tool("plot '" + file + "' -o '" + svg + "' " + view);
     ASSERT_EQ(r.code, 0) << r.err;
-    EXPECT_NE(Slurp(svg).find(expect), std::string::npos) << expect;
+    EXPECT_NE(TestSupport::ReadFile<std::string>(svg).find(expect), std::string::npos) << expect;
     EXPECT_TRUE(Renders(svg)) << file << " " << view;
   }
-  EXPECT_EQ(Tool("plot '" + demo + "' -o x.svg --stream 9").code, 1);
-  EXPECT_EQ(Tool("plot '" + demo + "' -o x.svg --view top").code, 2);
 }
 
 }  // namespace

@@ -7,7 +7,6 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 namespace TestSupport {
@@ -67,6 +66,7 @@ void TestRecord::Serialize(Quarp::UtArchive& ar) {
   const unsigned v = Quarp::UtSerializeVersion(ar, kVersion);
   DbBase::Serialize(ar);
   if (ar.IsStoring()) {
+    if (m_FailToStore) throw std::runtime_error("cannot store this one");
     ar << m_Value << m_Name;
     return;
   }
@@ -113,11 +113,6 @@ void WriteFile(const std::string& path, const Bytes& bytes) {
   std::ofstream f(path, std::ios::binary | std::ios::trunc);
   f.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
   if (!f) throw std::runtime_error("cannot write " + path);
-}
-
-Bytes ReadFile(const std::string& path) {
-  std::ifstream f(path, std::ios::binary);
-  return Bytes(std::istreambuf_iterator<char>(f), std::istreambuf_iterator<char>());
 }
 
 void Reseal(Bytes& file) {

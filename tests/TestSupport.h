@@ -13,6 +13,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -134,6 +136,7 @@ class TestRecord : public Quarp::DbBase {
 
   int m_Value = 0;
   CString m_Name;
+  bool m_FailToStore = false;  // storing throws, to make a Write fail half-way
 
  protected:
   TestRecord() = default;
@@ -164,7 +167,12 @@ class TestRecordChild : public TestRecord {
 // Writes `bytes` to a fresh file under the test's temporary directory and returns its path.
 std::string TempPath(const std::string& name);
 void WriteFile(const std::string& path, const Bytes& bytes);
-Bytes ReadFile(const std::string& path);
+// The whole of a file, as bytes or as text.
+template <class T = Bytes>
+T ReadFile(const std::string& path) {
+  std::ifstream f(path, std::ios::binary);
+  return T(std::istreambuf_iterator<char>(f), std::istreambuf_iterator<char>());
+}
 
 // Recomputes the trailing checksum of an IOF file image, so that tests can forge
 // structurally bad files that pass the checksum.

@@ -17,9 +17,8 @@
 #include <quarp/DbMgr.h>
 
 #include <sys/wait.h>
+#include <algorithm>
 #include <cstdlib>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -31,13 +30,6 @@ struct ToolRun {
   std::string err;
 };
 
-inline std::string Slurp(const std::string& path) {
-  std::ifstream f(path, std::ios::binary);
-  std::stringstream s;
-  s << f.rdbuf();
-  return s.str();
-}
-
 // Runs the tool with `args` (already quoted as needed) and collects its output.
 inline ToolRun Tool(const std::string& args) {
   const std::string out = TestSupport::TempPath("stdout.txt");
@@ -46,7 +38,41 @@ inline ToolRun Tool(const std::string& args) {
   const std::string cmd =
       std::string("ulimit -f 2000000; '") + IOF_TOOL_PATH + "' " + args + " >'" + out + "' 2>'" + err + "'";
   const int status = std::system(cmd.c_str());
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Slurp(out), Slurp(err)};
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, TestSupport::ReadFile<std::string>(out),
+          TestSupport::ReadFile<std::string>(err)};
+}
+
+// A run of the tool and what it must give: the exit code, the whole of standard output,
+// and on standard error nothing when `err` is empty. An `err` that starts with "iof: " is
+// the start of the one line of a message of the tool's own; any other is part of the
+// text (the command line's errors, worded by the parser, with a hint to --help).
+struct Expect {
+  std::string args;
+  int code;
+  std::string out = "";
+  std::string err = "";
+};
+
+inline void Check(const Expect& e) {
+  const ToolRun r = Tool(e.args);
+  EXPECT_EQ(r.code, e.code) << e.args << "\n" << r.err;
+  EXPECT_EQ(r.out, e.out) << e.args;
+  if (e.err.rfind("iof: ", 0) == 0) {
+    EXPECT_EQ(r.err.rfind(e.err, 0), 0u) << e.args << ": " << r.err;
+    EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << e.args << ": " << r.err;
+  } else if (e.err.empty()) {
+    EXPECT_EQ(r.err, "") << e.args;
+  } else {
+    EXPECT_NE(r.err.find(e.err), std::string::npos) << e.args << ": " << r.err;
+  }
+}
+
+// Runs `demo -o` into a fresh file and returns its path.
+inline std::string Demo(const std::string& name = "demo.iof") {
+  const std::string file = TestSupport::TempPath(name);
+  const ToolRun r = Tool("demo -o '" + file + "'");
+  EXPECT_EQ(r.code, 0) << r.err;
+  return file;
 }
 
 // A job built the way a producer writes one: streams of operations, each with its tool
@@ -94,6 +120,16 @@ class Job {
     m_Op->PushBack(mgr.Add(change));
   }
 
+  // In the stream opened last (stream 1 when none is), an operation with a mill tool
+  // change (ATC), the plane of `workOffset` unless it is 0, and a sub-operation in X-Y.
+  IOF::DbIOFNciSubOp& Mill(const wchar_t* comment, int tool, const wchar_t* toolName, double rpm, int workOffset = 0) {
+    if (!m_Stream) Stream(1);
+    Op(comment);
+    Tool(tool, toolName, 2, 1);
+    if (workOffset) Plane(workOffset);
+    return Sub(rpm, IOF::IofArcPlaneType::XY);
+  }
+
   // A sub-operation with its motion list, which takes the moves that follow.
   IOF::DbIOFNciSubOp& Sub(double rpm, IOF::IofArcPlaneType plane) {
     auto sub = IOF::DbIOFNciSubOp::Create();
@@ -123,8 +159,8 @@ class Job {
     return Add(line);
   }
 
-  void Arc(IOF::IofArcPlaneType plane, IOF::GmPoint3D from, IOF::GmPoint3D to, IOF::GmPoint3D centre, bool cw,
-           double feed) {
+  IOF::DbIOFNciArc& Arc(IOF::IofArcPlaneType plane, IOF::GmPoint3D from, IOF::GmPoint3D to, IOF::GmPoint3D centre,
+                        bool cw, double feed) {
     auto arc = IOF::DbIOFNciArc::Create();
     arc->SetArcPlane(plane);
     arc->SetStartPoint(from);
@@ -133,7 +169,7 @@ class Job {
     arc->SetClockwise(cw);
     arc->SetFeedRate(feed);
     ends.push_back(to);
-    Add(arc);
+    return Add(arc);
   }
 
   // A drill cycle of `type` whose points follow as its items.
