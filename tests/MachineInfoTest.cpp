@@ -1,13 +1,9 @@
 // The machine information and its table entries: the archive, the entries' versions,
-// the comparison by table paths, the dump, look-ups, and a document that carries the
-// machine, the job setup and the part spindles through a whole file.
+// the comparison by table paths, the dump and look-ups.
 #include "RecordingVisitor.h"
 #include "TestSupport.h"
 
-#include <iof/DbIOFDocument.h>
-#include <iof/DbIOFJobSetup.h>
 #include <iof/DbIOFMachineInfo.h>
-#include <iof/DbIOFPartSpindleMap.h>
 
 #include <gtest/gtest.h>
 
@@ -145,38 +141,6 @@ TEST(DbIOFMachineInfo, ComparisonByTablePaths) {
   Edit(*b, &M::GetAxes, &M::SetAxes, [](auto& a) { a[0].m_MinLimit += 5e-7; });
   CString report;
   EXPECT_TRUE(a->Compare(b, report)) << report;
-}
-
-TEST(DbIOFMachineInfo, ADocumentCarriesTheMachineTheSetupAndTheSpindles) {
-  Quarp::DbMgr mgr;
-  auto doc = DbIOFDocument::Create();
-  mgr.Add(doc);
-  auto spindles = DbIOFPartSpindleMap::Create();
-  mgr.Add(spindles);
-  spindles->Add(1);  // with its stock and chuck
-  auto setup = DbIOFJobSetup::Create();
-  setup->SetLeftChuckMCOArray({L"chuck.mco"});
-  setup->SetMachineFileName(L"lathe.mmd");
-  doc->SetJobSetupID(mgr.Add(setup));
-  auto machine = Example();
-  doc->SetMachineInfoID(mgr.Add(machine));
-
-  Bytes file;
-  ASSERT_EQ(mgr.WriteToMemory(file), Quarp::DbErr::Ok);
-  Quarp::DbMgr back;
-  ASSERT_EQ(back.ReadFromMemory(file), Quarp::DbErr::Ok) << back.GetLastErrorText();
-  ASSERT_EQ(back.GetCount(), mgr.GetCount());
-  for (std::uint64_t id = 1; id <= mgr.GetCount(); ++id) {
-    Quarp::DbCPtr<DbIOFBase> before, after;
-    ASSERT_TRUE(mgr.Get(before, Quarp::DbId(id)) && back.Get(after, Quarp::DbId(id)));
-    EXPECT_EQ(Fields(*after), Fields(*before)) << after->GetObjectClassName();
-    CString report;
-    EXPECT_TRUE(after->Compare(before, report)) << report;
-  }
-  // The document's machine information id names the machine in the loaded file.
-  Quarp::DbCPtr<DbIOFDocument> loaded;
-  Quarp::DbCPtr<DbIOFMachineInfo> loadedMachine;
-  ASSERT_TRUE(back.Get(loaded, doc->GetId()) && back.Get(loadedMachine, loaded->GetMachineInfoID()));
 }
 
 }  // namespace

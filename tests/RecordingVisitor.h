@@ -22,6 +22,13 @@
 
 namespace TestSupport {
 
+// A real as the visitor writes it.
+inline std::string Num(double v) {
+  char buf[32];
+  std::snprintf(buf, sizeof buf, "%g", v);
+  return buf;
+}
+
 class RecordingVisitor : public IOF::FieldVisitor {
  public:
   std::vector<std::string> fields;
@@ -78,11 +85,6 @@ class RecordingVisitor : public IOF::FieldVisitor {
     std::vector<std::string> entries;
   };
   std::vector<Group> m_Groups;
-  static std::string Num(double v) {
-    char buf[32];
-    std::snprintf(buf, sizeof buf, "%g", v);
-    return buf;
-  }
   void Add(const char* n, const std::string& v) {
     if (m_Groups.empty()) return fields.push_back(std::string(n) + "=" + v);
     std::string& entry = m_Groups.back().entry;
@@ -100,9 +102,6 @@ inline std::vector<std::string> Fields(const IOF::DbIOFBase& record) {
 // The lines of the base parts of a fresh record.
 inline const std::vector<std::string> kRecordBaseFields = {"m_Name=\"\"", "m_Attributes=0 attributes", "m_SubLists=[]"};
 inline const std::vector<std::string> kNciBaseFields = {"m_GCode=0", "m_OwnerOpId=-1", "m_Time=0"};
-inline const std::vector<std::string> kBaseMoveFields = {"m_FeedRate=0",        "m_bIsFeedMove=true",
-                                                         "m_CutterComp=0",      "m_PositionCode=0",
-                                                         "m_ContourPosition=1", "m_NcIncremental=false"};
 
 // Checks the record's lines against the given parts, joined in order.
 inline void ExpectFields(const IOF::DbIOFBase& record, std::initializer_list<std::vector<std::string>> parts) {

@@ -28,29 +28,28 @@ TEST(SubProgRefs, Layouts) {
   ExpectLayout<DbIOFNciSubProgRef>(
       {"01 00" + kRecordBase + kFreshNciBase,
        L"SubProgNum = 7, MatchSubRefId = 5, INC = 1",
-       {R(Le(7), Le(-1), L"m_SubProgNum - -1 vs 7"), R(kTrue, kFalse, L"m_NcIncremental - false vs true", 1),
-        R(Le(0x100000005ull), Le(0ull), L"m_matchedSubRefId - 0 vs 5")}});
+       {Int("m_SubProgNum", 7, -1),
+        Bool("m_NcIncremental", true, 1),
+        {Le(0x100000005ull), Le(0ull), L"m_matchedSubRefId - 0 vs 5", 0, ~0u, "m_matchedSubRefId=#4294967301"}}});
   ExpectLayout<DbIOFNciCFSubProgRef>({"00 01 00" + kSubProgRef,
                                       L"SubProgNum = -1, MatchSubRefId = 0, CannedRoughOpIdn = 3, INC = 0",
-                                      {I(3, L"m_CannedRoughOpIdn - 0 vs 3")}});
+                                      {Int("m_CannedRoughOpIdn", 3)}});
   // Intended: "StockY" carries the Z stock.
   ExpectLayout<DbIOFNciCPSubProgRef>(
       {"00 01 00" + kSubProgRef,
        L"SubProgNum = -1, MatchSubRefId = 0, nCuts:4, StepX:0.25, OffsetAngle:30, StockX:0.5, StockY:0.75, INC = 0",
-       {R(Le(4), Le(2), L"m_nCuts - 2 vs 4"), R(Le(0.25), Le(0.1), L"m_StepX - 0.1 vs 0.25"),
-        R(Le(30.0), Le(45.0), L"m_OffsetAngle - 45 vs 30"), R(Le(0.5), Le(0.01), L"m_StockX - 0.01 vs 0.5"),
-        R(Le(0.75), Le(0.01), L"m_StockZ - 0.01 vs 0.75")}});
+       {Int("m_nCuts", 4, 2), Real("m_StepX", 0.25, 0.1), Real("m_OffsetAngle", 30, 45), Real("m_StockX", 0.5, 0.01),
+        Real("m_StockZ", 0.75, 0.01)}});
   ExpectLayout<DbIOFNciCRSubProgRef>(
       {"00 01 00" + kSubProgRef,
        L"SubProgNum = -1, MatchSubRefId = 0, Direction:-2, Overlap:0.5, RoughStep:0.25, StockX:0.5, StockY:0.75, INC = "
        L"0",
-       {R(Le<std::int16_t>(-2), "00 00", L"m_Direction - 0 vs -2"), D(0.5, L"m_Overlap - 0 vs 0.5"),
-        R(Le(0.25), Le(0.1), L"m_RoughStep - 0.1 vs 0.25"), R(Le(0.5), Le(0.01), L"m_StockX - 0.01 vs 0.5"),
-        R(Le(0.75), Le(0.01), L"m_StockZ - 0.01 vs 0.75")}});
+       {Short("m_Direction", -2), Real("m_Overlap", 0.5), Real("m_RoughStep", 0.25, 0.1), Real("m_StockX", 0.5, 0.01),
+        Real("m_StockZ", 0.75, 0.01)}});
   ExpectLayout<DbIOFNciNonTransSubProgRef>(
       {"00 01 00" + kSubProgRef,
        L"SubProgNum = -1 MatchSubRefId = 0 SectionNum = 2 SectionTotal = 5 INC = 0",  // no commas: intended
-       {I(2, L"m_SectionNum - 0 vs 2"), I(5, L"m_SectionTotal - 0 vs 5")}});
+       {Int("m_SectionNum", 2), Int("m_SectionTotal", 5)}});
 }
 
 TEST(CannedCycles, Layouts) {
@@ -58,66 +57,59 @@ TEST(CannedCycles, Layouts) {
   // array is its version, count and growth step (8 bytes each), then the values.
   std::string tenZeros = "00 " + Le(10ll) + Le(10ll);
   for (int i = 0; i < 10; ++i) tenZeros += D0;
-  ExpectLayout<DbIOFDrill>(
-      {"00 00" + kRecordBase + "00 10 00 00  00 00 00 00",
-       L"IOF Drill Object",
-       {R("00 " + Le(2ll) + Le(10ll) + Le(1.5) + Le(-2.0), tenZeros, L"TotalCustomParams - 10 vs 2"),
-        I(81, L"m_CycleType - 0 vs 81"), D(1, L"m_Peck1 - 0 vs 1"), D(2, L"m_Peck2 - 0 vs 2"),
-        D(3, L"m_ChipClear - 0 vs 3"), D(4, L"m_ChipRetract - 0 vs 4"), D(5, L"m_BoreShift - 0 vs 5"),
-        D(6, L"m_ThreadPitch - 0 vs 6")},
-       {1, 2, 3, 4, 5, 6, 7, 0}});
-  ExpectLayout<DbIOFDrillPoint>(
-      {"00 01 00" + kRecordBase + kFreshNciBase + kFreshBaseMove,
-       L"IOF Cycle Repeat Object, INC = 0",
-       {R(Pt(1, 2, 3), kP0, L"m_EndPoint1 - (0, 0, 0) vs (1, 2, 3)"),
-        R(Pt(1, 2, -3), kP0, L"m_EndPoint2 - (0, 0, 0) vs (1, 2, -3)"), D(0.5, L"m_Dwell - 0 vs 0.5"),
-        D(10, L"m_InitHeight - 0 vs 10"), D(2, L"m_RefHeight - 0 vs 2"), D(1, L"m_TopOfStock - 0 vs 1"),
-        D(-1, L"m_SelGeoHeight - 0 vs -1"), D(-3, L"m_Bottom - 0 vs -3"), I(1, L"m_ReverseFlag - 0 vs 1")}});
-  ExpectLayout<DbIOFThread>({"00" + kRecordBase,
-                             L"IOF Thread Object",
-                             {I(2, L"m_NumSpringCuts - 0 vs 2"),
-                              D(0.1, L"m_FinishAllowance - 0 vs 0.1"),
-                              D(0.2, L"m_ThreadPullOff - 0 vs 0.2"),
-                              I(3, L"m_NumStarts - 0 vs 3"),
-                              R(kFalse, kTrue, L"m_StartClosest - true vs false"),
-                              D(0.3, L"m_ClearanceX - 0 vs 0.3"),
-                              D(29.5, L"m_LeadInAngle - 0 vs 29.5"),
-                              I(1, L"m_EqualDepthMethod - 0 vs 1"),
-                              I(8, L"m_NumCuts - 0 vs 8"),
-                              D(20, L"m_ThreadStartX - 0 vs 20"),
-                              D(18.5, L"m_ThreadEndX - 0 vs 18.5"),
-                              D(-1, L"m_ThreadStartZ - 0 vs -1"),
-                              D(-30, L"m_ThreadEndZ - 0 vs -30"),
-                              D(1.5, L"m_Lead - 0 vs 1.5"),
-                              D(0.25, L"m_FirstCut - 0 vs 0.25"),
-                              D(0.05, nullptr),  // the last cut: archived, not compared
-                              D(2.5, L"m_AccellClearance - 0 vs 2.5"),
-                              D(30, L"m_LeadAngle - 0 vs 30"),
-                              D(60, L"m_IncludedAngle - 0 vs 60"),
-                              I(2, L"m_ThreadType - 0 vs 2"),
-                              I(1, L"m_ThreadOrientation - 0 vs 1"),
-                              D(19, L"m_TaperEndX - 0 vs 19")}});
-  ExpectLayout<DbIOFCannedGroove>(
-      {"00" + kRecordBase,
-       L"IOF Canned Groove Object",
-       {I(1, L"m_ShapeDirection - 0 vs 1"), D(0.5, L"m_RoughStep - 0 vs 0.5"), D(0.1, L"m_RoughStockX - 0 vs 0.1"),
-        D(0.2, L"m_RoughStockZ - 0 vs 0.2"), D(1.5, L"m_RoughDwell - 0 vs 1.5"), D(0.3, L"m_DepthInc - 0 vs 0.3"),
-        D(0.4, L"m_PeckInc - 0 vs 0.4"), R(kTrue, kFalse, L"m_PeckDo - false vs true"),
-        D(0.6, L"m_PeckLast - 0 vs 0.6"), D(0.7, L"m_PeckRetractInc - 0 vs 0.7"),
-        I(2, L"m_FinishBackOffsetNum - 0 vs 2"), D(0.8, L"m_FinishStep - 0 vs 0.8"),
-        D(0.9, L"m_FinishStockX - 0 vs 0.9"), D(1.1, L"m_FinishStockZ - 0 vs 1.1")}});
-  ExpectLayout<DbIOFRotary>(
-      {"01" + kRecordBase,
-       L"IOF Rotary Object",
-       {I(1, L"m_RotaryType - 0 vs 1"), I(2, L"m_RotaryAxis - 0 vs 2"), D(50, L"m_SubDia - 0 vs 50"),
-        I(-1, L"m_SubDir - 0 vs -1"), I(3, L"m_SubAxis - 0 vs 3"), D(90, L"m_SubZero - 0 vs 90"),
-        R(kTrue, kFalse, L"m_UnrollOn - false vs true"), D(0.01, L"m_UnrollTol - 0 vs 0.01"),
-        R(kTrue, kFalse, L"m_AxisSubInterior - false vs true"),
-        R(Pt(0, 0, 1), kP0, L"m_RotaryVector - (0, 0, 0) vs (0, 0, 1)", 1)}});
+  ExpectLayout<DbIOFDrill>({"00 00" + kRecordBase + "00 10 00 00  00 00 00 00",
+                            L"IOF Drill Object",
+                            {{"00 " + Le(2ll) + Le(10ll) + Le(1.5) + Le(-2.0), tenZeros, L"TotalCustomParams - 10 vs 2",
+                              0, ~0u, "m_CustomParams=[{value=1.5},{value=-2}]"},
+                             Int("m_CycleType", 81),
+                             Real("m_Peck1", 1),
+                             Real("m_Peck2", 2),
+                             Real("m_ChipClear", 3),
+                             Real("m_ChipRetract", 4),
+                             Real("m_BoreShift", 5),
+                             Real("m_ThreadPitch", 6)},
+                            {1, 2, 3, 4, 5, 6, 7, 0}});
+  ExpectLayout<DbIOFDrillPoint>({"00 01 00" + kRecordBase + kFreshNciBase + kFreshBaseMove,
+                                 L"IOF Cycle Repeat Object, INC = 0",
+                                 {Point("m_EndPoint1", 1, 2, 3), Point("m_EndPoint2", 1, 2, -3), Real("m_Dwell", 0.5),
+                                  Real("m_InitHeight", 10), Real("m_RefHeight", 2), Real("m_TopOfStock", 1),
+                                  Real("m_SelGeoHeight", -1), Real("m_Bottom", -3), Int("m_ReverseFlag", 1)}});
+  // The last cut is archived, not compared.
+  ExpectLayout<DbIOFThread>(
+      {"00" + kRecordBase, L"IOF Thread Object",
+       Join({{Int("m_NumSpringCuts", 2), Real("m_FinishAllowance", 0.1), Real("m_ThreadPullOff", 0.2),
+              Int("m_NumStarts", 3), Bool("m_StartClosest", false), Real("m_ClearanceX", 0.3),
+              Real("m_LeadInAngle", 29.5), Int("m_EqualDepthMethod", 1), Int("m_NumCuts", 8),
+              Real("m_ThreadStartX", 20), Real("m_ThreadEndX", 18.5)},
+             {Real("m_ThreadStartZ", -1), Real("m_ThreadEndZ", -30), Real("m_Lead", 1.5), Real("m_FirstCut", 0.25),
+              Real("m_LastCut", 0.05, 0, 0, kNotCompared), Real("m_AccellClearance", 2.5), Real("m_LeadAngle", 30),
+              Real("m_IncludedAngle", 60), Int("m_ThreadType", 2), Int("m_ThreadOrientation", 1),
+              Real("m_TaperEndX", 19)}})});
+  ExpectLayout<DbIOFCannedGroove>({"00" + kRecordBase,
+                                   L"IOF Canned Groove Object",
+                                   {Int("m_ShapeDirection", 1),
+                                    Real("m_RoughStep", 0.5),
+                                    Real("m_RoughStockX", 0.1),
+                                    Real("m_RoughStockZ", 0.2),
+                                    Real("m_RoughDwell", 1.5),
+                                    Real("m_DepthInc", 0.3),
+                                    Real("m_PeckInc", 0.4),
+                                    Bool("m_PeckDo"),
+                                    Real("m_PeckLast", 0.6),
+                                    Real("m_PeckRetractInc", 0.7),
+                                    Int("m_FinishBackOffsetNum", 2),
+                                    Real("m_FinishStep", 0.8),
+                                    Real("m_FinishStockX", 0.9),
+                                    Real("m_FinishStockZ", 1.1),
+                                    {"", "", L"", 0, ~0u, "m_StartPt=()\nm_EndPt=()"}}});  // visited, never archived
+  ExpectLayout<DbIOFRotary>({"01" + kRecordBase,
+                             L"IOF Rotary Object",
+                             {Int("m_RotaryType", 1), Int("m_RotaryAxis", 2), Real("m_SubDia", 50), Int("m_SubDir", -1),
+                              Int("m_SubAxis", 3), Real("m_SubZero", 90), Bool("m_UnrollOn"), Real("m_UnrollTol", 0.01),
+                              Bool("m_AxisSubInterior"), Point("m_RotaryVector", 0, 0, 1, 1)}});
 }
 
 TEST(SubProgAndCycles, KindsAndSetters) {
-  EXPECT_EQ(DbIOFDrill::Create()->GetListType(), 0x1000);
   auto point = DbIOFDrillPoint::Create();
   point->SetNcIncremental(true);
   EXPECT_EQ(point->ToIOFString(), L"IOF Cycle Repeat Object, INC = 1");
