@@ -315,7 +315,7 @@ TEST(DbFile, LoadedRecordsLiveAndDieOneByOne) {
 // A file is read block by block and its records are built as the blocks come in. A file
 // far larger than a block that turns out damaged, or that holds a record from a newer
 // library, deep inside it still leaves the manager as it was, and the damage is named
-// before anything it broke; a record larger than a block loads whole.
+// before anything it broke; a record larger than a block is written and loads whole.
 TEST(DbFile, AFileFailingDeepInsideLeavesTheManagerAsItWas) {
   Quarp::DbMgr source;
   for (int i = 0; i < 60000; ++i) {
@@ -329,7 +329,10 @@ TEST(DbFile, AFileFailingDeepInsideLeavesTheManagerAsItWas) {
   const std::string path = TestSupport::TempPath("large.iof");
   const Quarp::UtString file(path.c_str());
 
-  TestSupport::WriteFile(path, good);
+  // Written to a file block by block, the record larger than a block included, the
+  // bytes are those written to memory at once.
+  ASSERT_EQ(source.Write(file), Quarp::DbErr::Ok) << source.GetLastErrorText();
+  EXPECT_EQ(TestSupport::ReadFile<Bytes>(path), good);
   Quarp::DbMgr back;
   ASSERT_EQ(back.Read(file), Quarp::DbErr::Ok) << back.GetLastErrorText();
   Quarp::DbCPtr<TestRecord> p;

@@ -53,6 +53,7 @@ class Sink {
   explicit Sink(int fd) : m_fd(fd), m_state(XXH3_createState()) {
     if (!m_state) throw std::bad_alloc();
     XXH3_64bits_reset(m_state);
+    if (m_fd >= 0) m_ar.Reserve(kBlock + kSlack);
   }
   ~Sink() { XXH3_freeState(m_state); }
   Sink(const Sink&) = delete;
@@ -77,9 +78,12 @@ class Sink {
   int Errno() const noexcept { return m_errno; }
 
  private:
-  // Small enough that the buffer, grown afresh by every save, costs few page faults and
-  // stays in cache; large enough that the writes are few.
-  static constexpr std::size_t kBlock = 256u << 10;
+  // A file's buffer is sized once, to a block and the slack for the record that crosses
+  // it: small enough to come from the heap rather than a fresh mapping (whose pages
+  // would fault in on every save) and to stay in cache; large enough that the writes
+  // are few. Only a record larger than the slack grows it.
+  static constexpr std::size_t kBlock = 64u << 10;
+  static constexpr std::size_t kSlack = 16u << 10;
   bool Flush() {
     XXH3_64bits_update(m_state, m_ar.StoredData(), m_ar.StoredSize());
     const bool ok = WriteAll(m_ar.StoredData(), m_ar.StoredSize());

@@ -152,6 +152,11 @@ class UtArchive {
   }
   // Empties a storing archive (capacity is kept) and forgets the object classes seen.
   void Reset() noexcept;
+  // Makes room for n more stored bytes at once, so that storing them does not grow the
+  // buffer step by step (each step copies what is stored).
+  void Reserve(std::size_t n) {
+    if (n > m_out.size() - m_used) m_out.resize(m_used + n);
+  }
 
   // For writers that frame and flush what they store (the database file): the stored
   // bytes in place, dropping the first n of them, opening a gap of n bytes at `at`, and
