@@ -45,15 +45,16 @@ std::string Describe(std::uint64_t id, const char* className) {
   return "record " + std::to_string(id) + " (" + (className ? className : "?") + ")";
 }
 
-// Collects the file's bytes in a storing archive and hashes them; for a file, flushes
-// to the descriptor in large blocks so that a big database is never held twice in
-// memory. Records serialise straight into it, framed in place.
+// Collects the file's bytes in a storing archive, block by block, and hashes them: for
+// a file, each block is written to the descriptor, so that a big database is never held
+// twice in memory; in memory (fd < 0), each is appended to the bytes handed over at the
+// end. Records serialise straight into the archive, framed in place.
 class Sink {
  public:
   explicit Sink(int fd) : m_fd(fd), m_state(XXH3_createState()) {
     if (!m_state) throw std::bad_alloc();
     XXH3_64bits_reset(m_state);
-    if (m_fd >= 0) m_ar.Reserve(kBlock + kSlack);
+    m_ar.Reserve(kBlock + kSlack);
   }
   ~Sink() { XXH3_freeState(m_state); }
   Sink(const Sink&) = delete;
@@ -61,34 +62,37 @@ class Sink {
 
   UtArchive& Archive() noexcept { return m_ar; }
 
-  // Writes out what is stored once it is large (files only). False on a write error.
-  bool MaybeFlush() { return m_fd < 0 || m_ar.StoredSize() < kBlock || Flush(); }
-  // Appends the checksum and writes out what remains (files) or hands the bytes over
+  // Passes on what is stored once it is a block. False on a write error.
+  bool MaybeFlush() { return m_ar.StoredSize() < kBlock || Flush(); }
+  // Appends the checksum and writes out what remains (files) or hands all the bytes over
   // (memory). False on a write error.
   bool Finish(std::vector<std::uint8_t>* memory) {
     XXH3_64bits_update(m_state, m_ar.StoredData(), m_ar.StoredSize());
     const std::uint64_t sum = XXH3_64bits_digest(m_state);
     m_ar.WriteRaw(sum);
-    if (memory) {
-      *memory = m_ar.TakeBytes();
-      return true;
-    }
-    return WriteAll(m_ar.StoredData(), m_ar.StoredSize());
+    if (!Pass(m_ar.StoredData(), m_ar.StoredSize())) return false;
+    if (memory) memory->swap(m_memory);
+    return true;
   }
   int Errno() const noexcept { return m_errno; }
 
  private:
-  // A file's buffer is sized once, to a block and the slack for the record that crosses
-  // it: small enough to come from the heap rather than a fresh mapping (whose pages
-  // would fault in on every save) and to stay in cache; large enough that the writes
-  // are few. Only a record larger than the slack grows it.
+  // The buffer is sized once, to a block and the slack for the record that crosses it:
+  // small enough to come from the heap rather than a fresh mapping (whose pages would
+  // fault in on every save) and to stay in cache; large enough that the writes are few.
+  // Only a record larger than the slack grows it.
   static constexpr std::size_t kBlock = 64u << 10;
   static constexpr std::size_t kSlack = 16u << 10;
   bool Flush() {
     XXH3_64bits_update(m_state, m_ar.StoredData(), m_ar.StoredSize());
-    const bool ok = WriteAll(m_ar.StoredData(), m_ar.StoredSize());
+    const bool ok = Pass(m_ar.StoredData(), m_ar.StoredSize());
     m_ar.DropStored(m_ar.StoredSize());
     return ok;
+  }
+  bool Pass(const std::uint8_t* p, std::size_t n) {
+    if (m_fd >= 0) return WriteAll(p, n);
+    m_memory.insert(m_memory.end(), p, p + n);  // grows without zero-filling first
+    return true;
   }
   bool WriteAll(const std::uint8_t* p, std::size_t n) {
     while (n > 0) {
@@ -107,6 +111,7 @@ class Sink {
   int m_fd;
   XXH3_state_t* m_state;
   UtArchive m_ar{UtArchive::Store};
+  std::vector<std::uint8_t> m_memory;
   int m_errno = 0;
 };
 
