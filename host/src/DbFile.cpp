@@ -408,7 +408,7 @@ DbErr DbMgr::Load(Detail::LoadInput& in, bool readOnly) {
       End();
       arena->Release();
     }
-  } arenaGuard{new Detail::RecordArena(this, 2 * size)};  // records take about twice their bytes
+  } arenaGuard{new Detail::RecordArena(this, size)};
   std::unique_ptr<Table> table;
   std::size_t loaded = 0;
   // Records built so far belong to `table` until it is committed; on failure they go.
@@ -589,7 +589,7 @@ DbErr DbMgr::Load(Detail::LoadInput& in, bool readOnly) {
   arenaGuard.End();
 
   // The checksum decides: a damaged file is reported as such before anything it broke.
-  if (!checked && !in.Finish(stored, computed)) {
+  if (!in.Finish(stored, computed)) {
     discard();
     return inputFailure();
   }

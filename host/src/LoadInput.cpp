@@ -93,8 +93,7 @@ bool LoadInput::Finish(std::uint64_t& stored, std::uint64_t& computed) {
     Consume(step);
   }
   if (!Ensure(kTrailerSize)) return false;
-  std::memcpy(&stored, Data(), kTrailerSize);
-  computed = XXH3_64bits_digest(m_state);
+  Trailer(stored, computed);
   return true;
 }
 
@@ -106,9 +105,13 @@ bool LoadInput::FinishAhead(bool& known, std::uint64_t& stored, std::uint64_t& c
   }
   if (!Ensure(m_size - m_pos)) return false;
   HashTo(m_body);
+  Trailer(stored, computed);
+  return true;
+}
+
+void LoadInput::Trailer(std::uint64_t& stored, std::uint64_t& computed) const noexcept {
   std::memcpy(&stored, m_data + (m_body - m_dataStart), kTrailerSize);
   computed = XXH3_64bits_digest(m_state);
-  return true;
 }
 
 }  // namespace Quarp::Detail

@@ -50,8 +50,8 @@ class LoadInput {
   }
   void Consume(std::size_t n) noexcept { m_pos += n; }
 
-  // Hashes what remains of the body and reads the stored checksum. False when the file
-  // could not be read to its end.
+  // Hashes what remains of the body (nothing, after FinishAhead) and reads the stored
+  // checksum. False when the file could not be read to its end.
   bool Finish(std::uint64_t& stored, std::uint64_t& computed);
   // When the whole input fits in the window at once (bytes in memory, or a file of at
   // most one block), reads all of it and does what Finish does, before anything is
@@ -68,6 +68,8 @@ class LoadInput {
   bool Fill(std::size_t n);
   bool Grow(std::size_t n);
   void HashTo(std::size_t end) noexcept;
+  // The stored checksum and the digest so far; the trailer must be in the window.
+  void Trailer(std::uint64_t& stored, std::uint64_t& computed) const noexcept;
 
   int m_fd = -1;
   std::size_t m_size = 0;

@@ -29,11 +29,12 @@ class RecordArena {
  public:
   static constexpr std::size_t kChunk = std::size_t{2} << 20;
 
-  // A new arena for the records of a load into `owner`, held by its creator (release
-  // it with Release). `expected`: about how many bytes the records will take. Below an
-  // eighth of a chunk the arena gives nothing and the records are allocated one by one:
-  // mapping, clearing and unmapping a chunk costs more than a small file takes to load.
-  RecordArena(DbMgr* owner, std::size_t expected) noexcept : m_small(expected < kChunk / 8), m_owner(owner) {}
+  // A new arena for the records of a load of `fileBytes` into `owner`, held by its
+  // creator (release it with Release). Records take about twice their bytes in the file;
+  // when that is below an eighth of a chunk the arena gives nothing and the records are
+  // allocated one by one: mapping, clearing and unmapping a chunk costs more than a
+  // small file takes to load.
+  RecordArena(DbMgr* owner, std::size_t fileBytes) noexcept : m_small(2 * fileBytes < kChunk / 8), m_owner(owner) {}
   RecordArena(const RecordArena&) = delete;
   RecordArena& operator=(const RecordArena&) = delete;
 
