@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <sys/stat.h>
@@ -310,6 +311,40 @@ TEST(DbFile, LoadedRecordsLiveAndDieOneByOne) {
   survivor.Detach();  // the last record of that load goes, and its arena with it
   EXPECT_EQ(own->m_Value, 9);
   EXPECT_EQ(own->GetDbMgr(), nullptr);
+}
+
+// The window a file is read through outlives the load, for the next one: loads on several
+// threads at once, of files larger than a window and each followed by another, never
+// share one (a shared window would mix two files' bytes and fail the checksum).
+TEST(DbFile, LoadsOnSeveralThreadsAtOnceEachReadTheirOwnFile) {
+  std::vector<std::string> paths;
+  for (int f = 0; f < 3; ++f) {
+    Quarp::DbMgr source;
+    for (int i = 0; i < 20000; ++i) {
+      auto rec = TestRecord::Create(i * (f + 1), L"a name of some length");
+      source.Add(rec);
+    }
+    paths.push_back(TestSupport::TempPath("thread" + std::to_string(f) + ".iof"));
+    ASSERT_EQ(source.Write(Quarp::UtString(paths.back().c_str())), Quarp::DbErr::Ok);
+  }
+  std::vector<std::string> failures(paths.size());
+  std::vector<std::thread> threads;
+  for (std::size_t t = 0; t < paths.size(); ++t) {
+    threads.emplace_back([&, t] {
+      for (int round = 0; round < 6 && failures[t].empty(); ++round) {
+        const std::size_t f = (t + round) % paths.size();
+        Quarp::DbMgr mgr;
+        Quarp::DbCPtr<TestRecord> last;
+        if (mgr.Read(Quarp::UtString(paths[f].c_str())) != Quarp::DbErr::Ok) {
+          failures[t] = mgr.GetLastErrorText();
+        } else if (!mgr.Get(last, Quarp::DbId(20000), 0) || last->m_Value != 19999 * static_cast<int>(f + 1)) {
+          failures[t] = paths[f] + " loaded other records";
+        }
+      }
+    });
+  }
+  for (std::thread& t : threads) t.join();
+  for (const std::string& failure : failures) EXPECT_EQ(failure, "");
 }
 
 // A file is read block by block and its records are built as the blocks come in. A file

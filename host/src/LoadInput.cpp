@@ -2,12 +2,38 @@
 
 #include "RecordArena.h"
 
+#include <atomic>
 #include <cerrno>
 #include <cstring>
 
 #include <unistd.h>
 
 namespace Quarp::Detail {
+
+namespace {
+
+// One full-size window kept for the next file load once a load is done. Mapping a fresh
+// window, faulting it in and unmapping it again costs a 10k-move load about a third of
+// its time where page faults and TLB flushes are expensive; a process that loads many
+// files (or one that loads two to compare them) pays it once. At most one window is kept
+// for the whole process, whatever the number of threads: a load that finds none maps
+// its own, and a window that finds the place taken is unmapped.
+std::atomic<std::uint8_t*> g_spareWindow{nullptr};
+
+struct SpareWindowRelease {
+  ~SpareWindowRelease() {
+    if (std::uint8_t* p = g_spareWindow.exchange(nullptr)) UnmapPages(p, LoadInput::kWindow);
+  }
+} g_spareWindowRelease;
+
+// Keeps a full-size window as the spare when there is none yet; unmaps anything else.
+void ReleaseWindow(std::uint8_t* buffer, std::size_t capacity) noexcept {
+  std::uint8_t* none = nullptr;
+  if (capacity == LoadInput::kWindow && g_spareWindow.compare_exchange_strong(none, buffer)) return;
+  UnmapPages(buffer, capacity);
+}
+
+}  // namespace
 
 LoadInput::LoadInput(std::span<const std::uint8_t> bytes)
     : m_size(bytes.size()),
@@ -21,24 +47,25 @@ LoadInput::LoadInput(std::span<const std::uint8_t> bytes)
 LoadInput::LoadInput(int fd, std::size_t size)
     : m_fd(fd), m_size(size), m_body(size >= kTrailerSize ? size - kTrailerSize : 0), m_state(XXH3_createState()) {
   if (m_state) XXH3_64bits_reset(m_state);
-  Grow(Min(size, kBlock));
+  Grow(Min(size, kWindow));
   m_data = m_buffer;
 }
 
 LoadInput::~LoadInput() {
-  if (m_buffer) UnmapPages(m_buffer, m_capacity);
+  if (m_buffer) ReleaseWindow(m_buffer, m_capacity);
   XXH3_freeState(m_state);
 }
 
 bool LoadInput::Grow(std::size_t n) {
-  std::size_t capacity = Min(m_size, kBlock);
+  std::size_t capacity = Min(m_size, kWindow);
   if (capacity < n) capacity = n;
   if (capacity == 0) capacity = 1;
-  auto* buffer = static_cast<std::uint8_t*>(MapPages(capacity));
+  std::uint8_t* buffer = capacity == kWindow ? g_spareWindow.exchange(nullptr) : nullptr;
+  if (!buffer) buffer = static_cast<std::uint8_t*>(MapPages(capacity));
   if (!buffer) return false;
   const std::size_t kept = m_readTo - m_pos;
   if (kept > 0) std::memcpy(buffer, Data(), kept);
-  if (m_buffer) UnmapPages(m_buffer, m_capacity);
+  if (m_buffer) ReleaseWindow(m_buffer, m_capacity);
   m_buffer = buffer;
   m_capacity = capacity;
   return true;
@@ -53,7 +80,7 @@ void LoadInput::HashTo(std::size_t end) noexcept {
 bool LoadInput::Fill(std::size_t n) {
   if (m_fd < 0) {
     // In memory: hash a block ahead, so that the bytes are hashed while in cache.
-    HashTo(Min(m_body, m_pos + (n > kBlock ? n : kBlock)));
+    HashTo(Min(m_body, m_pos + (n > kWindow ? n : kWindow)));
     return true;
   }
   // Keep the bytes not yet consumed, at the start of a window large enough for n.
@@ -88,7 +115,7 @@ bool LoadInput::Fill(std::size_t n) {
 
 bool LoadInput::Finish(std::uint64_t& stored, std::uint64_t& computed) {
   while (m_pos < m_body) {
-    const std::size_t step = Min(m_body - m_pos, kBlock);
+    const std::size_t step = Min(m_body - m_pos, kWindow);
     if (!Ensure(step)) return false;
     Consume(step);
   }

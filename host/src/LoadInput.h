@@ -1,7 +1,8 @@
 // The bytes of one file load as they come in (private to the framework).
 //
 // A file is read block by block into a window that is reused, so that a load never
-// holds the whole file and the bytes it decodes are still in the cache; bytes already in
+// holds the whole file and the bytes it decodes are still in the cache (the window
+// itself is kept for the next load when this one is done); bytes already in
 // memory are used in place. Every byte of the body (the file without its trailing
 // checksum) is hashed once, as it enters the window, so the checksum is known as soon as
 // the last record is built; where the whole input is at hand at once (in memory, or a
@@ -19,6 +20,8 @@ namespace Quarp::Detail {
 class LoadInput {
  public:
   static constexpr std::size_t kTrailerSize = 8;  // XXH3-64 of everything before it
+  // The size of a file's window (smaller for a smaller file).
+  static constexpr std::size_t kWindow = std::size_t{512} << 10;
 
   // Bytes in memory, which must outlive the input.
   explicit LoadInput(std::span<const std::uint8_t> bytes);
@@ -63,7 +66,6 @@ class LoadInput {
   bool EndedEarly() const noexcept { return m_endedEarly; }
 
  private:
-  static constexpr std::size_t kBlock = std::size_t{512} << 10;
   static std::size_t Min(std::size_t a, std::size_t b) noexcept { return a < b ? a : b; }
   bool Fill(std::size_t n);
   bool Grow(std::size_t n);
