@@ -179,6 +179,28 @@ TEST(ArchiveObjects, WriteObjectAndReadObjectCarryTheClass) {
   EXPECT_STREQ(rc->GetObjectClassName(), "TestRecord");
 }
 
+// A writer that keeps its buffer from one archive to the next: the adopted buffer's old
+// bytes and the classes named before it are forgotten, and its memory is stored into.
+TEST(ArchiveObjects, AnAdoptedBufferStartsEmptyAndIsStoredIntoInPlace) {
+  auto a = TestSupport::TestRecord::Create(1, L"a");
+  Quarp::UtArchive alone(Quarp::UtArchive::Store);
+  alone.WriteObject(a.Get());
+  const Bytes expected = alone.GetBytes();
+
+  Quarp::UtArchive first(Quarp::UtArchive::Store);
+  first.Reserve(100000);
+  first.WriteObject(a.Get());
+  Bytes buffer = first.TakeBytes();
+  const std::uint8_t* memory = buffer.data();
+  Quarp::UtArchive second(Quarp::UtArchive::Store);
+  second.WriteObject(a.Get());  // names the class, which the adopted buffer forgets
+  second.Adopt(std::move(buffer));
+  second.WriteObject(a.Get());
+  const Bytes stored = second.TakeBytes();
+  EXPECT_EQ(ToHex(stored), ToHex(expected));
+  EXPECT_EQ(stored.data(), memory);
+}
+
 TEST(ArchiveArrays, IdArrayRoundTripsAndOffersTheClassicInterface) {
   Quarp::UtSArrayEx<Quarp::DbId> ids(10);
   EXPECT_EQ(sizeof(ids), 2 * sizeof(void*));

@@ -313,11 +313,13 @@ TEST(DbFile, LoadedRecordsLiveAndDieOneByOne) {
   EXPECT_EQ(own->GetDbMgr(), nullptr);
 }
 
-// The window a file is read through outlives the load, for the next one: loads on several
-// threads at once, of files larger than a window and each followed by another, never
-// share one (a shared window would mix two files' bytes and fail the checksum).
-TEST(DbFile, LoadsOnSeveralThreadsAtOnceEachReadTheirOwnFile) {
+// The window a file is read through, and the buffer a save stores through, outlive the
+// load or save, for the next one: loads and saves on several threads at once, of files
+// larger than a window and each followed by another, never share one (a shared window
+// would mix two files' bytes and fail the checksum; a shared buffer, the bytes saved).
+TEST(DbFile, LoadsAndSavesOnSeveralThreadsAtOnceEachHaveTheirOwnBuffers) {
   std::vector<std::string> paths;
+  std::vector<Bytes> files;
   for (int f = 0; f < 3; ++f) {
     Quarp::DbMgr source;
     for (int i = 0; i < 20000; ++i) {
@@ -326,6 +328,7 @@ TEST(DbFile, LoadsOnSeveralThreadsAtOnceEachReadTheirOwnFile) {
     }
     paths.push_back(TestSupport::TempPath("thread" + std::to_string(f) + ".iof"));
     ASSERT_EQ(source.Write(Quarp::UtString(paths.back().c_str())), Quarp::DbErr::Ok);
+    files.push_back(TestSupport::ReadFile<Bytes>(paths.back()));
   }
   std::vector<std::string> failures(paths.size());
   std::vector<std::thread> threads;
@@ -339,6 +342,8 @@ TEST(DbFile, LoadsOnSeveralThreadsAtOnceEachReadTheirOwnFile) {
           failures[t] = mgr.GetLastErrorText();
         } else if (!mgr.Get(last, Quarp::DbId(20000), 0) || last->m_Value != 19999 * static_cast<int>(f + 1)) {
           failures[t] = paths[f] + " loaded other records";
+        } else if (Bytes saved; mgr.WriteToMemory(saved) != Quarp::DbErr::Ok || saved != files[f]) {
+          failures[t] = paths[f] + " saved other bytes";
         }
       }
     });

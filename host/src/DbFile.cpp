@@ -3,6 +3,7 @@
 #include "DbMgrTable.h"
 #include "LoadInput.h"
 #include "RecordArena.h"
+#include "SpareBuffer.h"
 
 #include <quarp/DbMgr.h>
 #include <quarp/UtArchive.h>
@@ -16,6 +17,7 @@
 #include <cstring>
 #include <memory>
 #include <new>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -54,9 +56,14 @@ class Sink {
   explicit Sink(int fd) : m_fd(fd), m_state(XXH3_createState()) {
     if (!m_state) throw std::bad_alloc();
     XXH3_64bits_reset(m_state);
+    if (std::optional<std::vector<std::uint8_t>> spare = s_spare.Take()) m_ar.Adopt(std::move(*spare));
     m_ar.Reserve(kBlock + kSlack);
   }
-  ~Sink() { XXH3_freeState(m_state); }
+  ~Sink() {
+    XXH3_freeState(m_state);
+    std::vector<std::uint8_t> buffer = m_ar.TakeBytes();
+    if (buffer.capacity() == kBlock + kSlack) s_spare.Give(std::move(buffer));
+  }
   Sink(const Sink&) = delete;
   Sink& operator=(const Sink&) = delete;
 
@@ -79,12 +86,13 @@ class Sink {
  private:
   // The buffer is sized once, to a block and the slack for the record that crosses it,
   // instead of doubling its way up (each step zero-filled, copied and faulted in anew on
-  // every save). Small enough to stay in cache and for the allocator to hand the same
-  // memory to the next save; large enough that the writes are few (with 64 KB, the
-  // extra writes cost a 10M-move save more than the buffer saved). Only a record larger
-  // than the slack grows it.
+  // every save), and kept for the next save. Small enough to stay in cache; large
+  // enough that the writes are few (with 64 KB, the extra writes cost a 10M-move save
+  // more than the buffer saved). Only a record larger than the slack grows it.
   static constexpr std::size_t kBlock = 128u << 10;
   static constexpr std::size_t kSlack = 16u << 10;
+  // Only a buffer of the usual size is kept, not one grown for a large record.
+  static inline Detail::SpareBuffer<std::vector<std::uint8_t>> s_spare;
   bool Flush() {
     XXH3_64bits_update(m_state, m_ar.StoredData(), m_ar.StoredSize());
     const bool ok = Pass(m_ar.StoredData(), m_ar.StoredSize());

@@ -26,7 +26,6 @@ class SlotArray {
   SlotArray() = default;
   SlotArray(const SlotArray&) = delete;
   SlotArray& operator=(const SlotArray&) = delete;
-  ~SlotArray() { UnmapPages(m_data, m_capacity * sizeof(DbBase*)); }
 
   DbBase** data() noexcept { return m_data; }
   DbBase* const* data() const noexcept { return m_data; }
@@ -37,10 +36,11 @@ class SlotArray {
   // Room for n slots; `populate` faults the memory in at once (a load fills it all).
   void Reserve(std::size_t n, bool populate) {
     if (n <= m_capacity) return;
-    auto* data = static_cast<DbBase**>(MapPages(n * sizeof(DbBase*), populate));
-    if (!data) throw std::bad_alloc();
+    MappedPages pages(n * sizeof(DbBase*), populate);
+    if (pages.Size() == 0) throw std::bad_alloc();
+    auto* data = reinterpret_cast<DbBase**>(pages.Data());
     if (m_size > 0) std::memcpy(data, m_data, m_size * sizeof(DbBase*));
-    UnmapPages(m_data, m_capacity * sizeof(DbBase*));
+    m_pages = std::move(pages);
     m_data = data;
     m_capacity = n;
   }
@@ -57,7 +57,8 @@ class SlotArray {
   }
 
  private:
-  DbBase** m_data = nullptr;
+  MappedPages m_pages;
+  DbBase** m_data = nullptr;  // m_pages, as slots
   std::size_t m_size = 0;
   std::size_t m_capacity = 0;
 };

@@ -1,10 +1,11 @@
 #include "LoadInput.h"
 
 #include "RecordArena.h"
+#include "SpareBuffer.h"
 
-#include <atomic>
 #include <cerrno>
 #include <cstring>
+#include <optional>
 
 #include <unistd.h>
 
@@ -12,26 +13,7 @@ namespace Quarp::Detail {
 
 namespace {
 
-// One full-size window kept for the next file load once a load is done. Mapping a fresh
-// window, faulting it in and unmapping it again costs a 10k-move load about a third of
-// its time where page faults and TLB flushes are expensive; a process that loads many
-// files (or one that loads two to compare them) pays it once. At most one window is kept
-// for the whole process, whatever the number of threads: a load that finds none maps
-// its own, and a window that finds the place taken is unmapped.
-std::atomic<std::uint8_t*> g_spareWindow{nullptr};
-
-struct SpareWindowRelease {
-  ~SpareWindowRelease() {
-    if (std::uint8_t* p = g_spareWindow.exchange(nullptr)) UnmapPages(p, LoadInput::kWindow);
-  }
-} g_spareWindowRelease;
-
-// Keeps a full-size window as the spare when there is none yet; unmaps anything else.
-void ReleaseWindow(std::uint8_t* buffer, std::size_t capacity) noexcept {
-  std::uint8_t* none = nullptr;
-  if (capacity == LoadInput::kWindow && g_spareWindow.compare_exchange_strong(none, buffer)) return;
-  UnmapPages(buffer, capacity);
-}
+SpareBuffer<MappedPages> g_spareWindow;  // only windows of the full size are kept
 
 }  // namespace
 
@@ -48,11 +30,11 @@ LoadInput::LoadInput(int fd, std::size_t size)
     : m_fd(fd), m_size(size), m_body(size >= kTrailerSize ? size - kTrailerSize : 0), m_state(XXH3_createState()) {
   if (m_state) XXH3_64bits_reset(m_state);
   Grow(Min(size, kWindow));
-  m_data = m_buffer;
+  m_data = m_window.Data();
 }
 
 LoadInput::~LoadInput() {
-  if (m_buffer) ReleaseWindow(m_buffer, m_capacity);
+  if (m_window.Size() == kWindow) g_spareWindow.Give(std::move(m_window));
   XXH3_freeState(m_state);
 }
 
@@ -60,14 +42,13 @@ bool LoadInput::Grow(std::size_t n) {
   std::size_t capacity = Min(m_size, kWindow);
   if (capacity < n) capacity = n;
   if (capacity == 0) capacity = 1;
-  std::uint8_t* buffer = capacity == kWindow ? g_spareWindow.exchange(nullptr) : nullptr;
-  if (!buffer) buffer = static_cast<std::uint8_t*>(MapPages(capacity));
-  if (!buffer) return false;
+  std::optional<MappedPages> spare;
+  if (capacity == kWindow) spare = g_spareWindow.Take();
+  MappedPages window = spare ? std::move(*spare) : MappedPages(capacity);
+  if (window.Size() == 0) return false;
   const std::size_t kept = m_readTo - m_pos;
-  if (kept > 0) std::memcpy(buffer, Data(), kept);
-  if (m_buffer) ReleaseWindow(m_buffer, m_capacity);
-  m_buffer = buffer;
-  m_capacity = capacity;
+  if (kept > 0) std::memcpy(window.Data(), Data(), kept);
+  m_window = std::move(window);  // the old window goes with `window`
   return true;
 }
 
@@ -85,19 +66,19 @@ bool LoadInput::Fill(std::size_t n) {
   }
   // Keep the bytes not yet consumed, at the start of a window large enough for n.
   const std::size_t kept = m_readTo - m_pos;
-  if (n > m_capacity) {
+  if (n > m_window.Size()) {
     if (!Grow(n)) {
       m_errno = ENOMEM;
       return false;
     }
   } else if (kept > 0) {
-    std::memmove(m_buffer, Data(), kept);
+    std::memmove(m_window.Data(), Data(), kept);
   }
-  m_data = m_buffer;
+  m_data = m_window.Data();
   m_dataStart = m_pos;
   while (m_readTo - m_pos < n) {
-    const std::size_t room = m_capacity - (m_readTo - m_dataStart);
-    const ssize_t r = ::read(m_fd, m_buffer + (m_readTo - m_dataStart), Min(room, m_size - m_readTo));
+    const std::size_t room = m_window.Size() - (m_readTo - m_dataStart);
+    const ssize_t r = ::read(m_fd, m_window.Data() + (m_readTo - m_dataStart), Min(room, m_size - m_readTo));
     if (r < 0) {
       if (errno == EINTR) continue;
       m_errno = errno;
@@ -125,7 +106,7 @@ bool LoadInput::Finish(std::uint64_t& stored, std::uint64_t& computed) {
 }
 
 bool LoadInput::FinishAhead(bool& known, std::uint64_t& stored, std::uint64_t& computed) {
-  known = m_fd < 0 || m_size <= m_capacity;
+  known = m_fd < 0 || m_size <= m_window.Size();
   if (!known || m_size < m_pos + kTrailerSize) {
     known = false;
     return true;

@@ -15,6 +15,8 @@
 
 #include <xxhash.h>
 
+#include "RecordArena.h"
+
 namespace Quarp::Detail {
 
 class LoadInput {
@@ -32,7 +34,7 @@ class LoadInput {
   LoadInput& operator=(const LoadInput&) = delete;
 
   // False when the window could not be allocated.
-  bool Usable() const noexcept { return m_state != nullptr && (m_fd < 0 || m_buffer != nullptr); }
+  bool Usable() const noexcept { return m_state != nullptr && (m_fd < 0 || m_window.Size() > 0); }
 
   // The size of the input and of its body (the bytes before the checksum; 0 when the
   // input is shorter than a checksum).
@@ -82,8 +84,7 @@ class LoadInput {
   std::size_t m_readTo = 0;    // bytes in the window end here
   std::size_t m_hashedTo = 0;  // the body is hashed up to here
   XXH3_state_t* m_state = nullptr;
-  std::uint8_t* m_buffer = nullptr;  // a file's window, mapped
-  std::size_t m_capacity = 0;
+  MappedPages m_window;  // a file's
   int m_errno = 0;
   bool m_endedEarly = false;
 };

@@ -103,4 +103,30 @@ void UnmapPages(void* p, std::size_t size) noexcept;
 // Faults in the whole pages inside [p, p + size) at once.
 void PopulatePages(void* p, std::size_t size) noexcept;
 
+// Bytes from MapPages, released when it goes.
+class MappedPages {
+ public:
+  MappedPages() noexcept = default;
+  // `size` bytes (at least one), as MapPages gives them; empty when none could be had.
+  explicit MappedPages(std::size_t size, bool populate = true) noexcept
+      : m_data(static_cast<std::uint8_t*>(MapPages(size, populate))), m_size(m_data ? size : 0) {}
+  MappedPages(MappedPages&& other) noexcept
+      : m_data(std::exchange(other.m_data, nullptr)), m_size(std::exchange(other.m_size, 0)) {}
+  MappedPages& operator=(MappedPages&& other) noexcept {
+    std::swap(m_data, other.m_data);
+    std::swap(m_size, other.m_size);
+    return *this;
+  }
+  ~MappedPages() {
+    if (m_data) UnmapPages(m_data, m_size);
+  }
+
+  std::uint8_t* Data() const noexcept { return m_data; }
+  std::size_t Size() const noexcept { return m_size; }
+
+ private:
+  std::uint8_t* m_data = nullptr;
+  std::size_t m_size = 0;
+};
+
 }  // namespace Quarp::Detail

@@ -1,6 +1,8 @@
 #include <quarp/UtArchive.h>
 #include <quarp/UtSerialize.h>
 
+#include "RecordArena.h"
+
 #include <memory>
 #include <string>
 
@@ -23,6 +25,29 @@ void UtArchive::Reset() noexcept {
 void UtArchive::Grow(std::size_t n) {
   std::size_t size = m_out.size() < 256 ? 256 : m_out.size() * 2;
   while (size - m_used < n) size *= 2;
+  Resize(size);
+}
+
+void UtArchive::Reserve(std::size_t n) {
+  if (n > m_out.size() - m_used) Resize(m_used + n);
+}
+
+void UtArchive::Adopt(std::vector<std::uint8_t>&& room) {
+  Reset();
+  m_out = std::move(room);
+  m_out.resize(m_out.capacity());
+}
+
+void UtArchive::Resize(std::size_t size) {
+  // A large new buffer is faulted in at once before it is filled: one call instead of a
+  // trap every 4 KB page, which costs far more where page faults are expensive (a save's
+  // 144 KB buffer in memory the allocator has just given back took longer to fault in
+  // than a 10k-move job takes to encode).
+  constexpr std::size_t kPopulateFrom = 64u << 10;
+  if (size > m_out.capacity() && size >= kPopulateFrom) {
+    m_out.reserve(size);
+    Detail::PopulatePages(m_out.data() + m_out.size(), size - m_out.size());
+  }
   m_out.resize(size);
 }
 

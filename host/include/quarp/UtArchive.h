@@ -154,9 +154,11 @@ class UtArchive {
   void Reset() noexcept;
   // Makes room for n more stored bytes at once, so that storing them does not grow the
   // buffer step by step (each step copies what is stored).
-  void Reserve(std::size_t n) {
-    if (n > m_out.size() - m_used) m_out.resize(m_used + n);
-  }
+  void Reserve(std::size_t n);
+  // Empties a storing archive and stores from now on into `room`, whose memory becomes
+  // the archive's room to grow; for writers that keep a buffer from one archive to the
+  // next (TakeBytes hands it back).
+  void Adopt(std::vector<std::uint8_t>&& room);
 
   // For writers that frame and flush what they store (the database file): the stored
   // bytes in place, dropping the first n of them, opening a gap of n bytes at `at`, and
@@ -191,6 +193,7 @@ class UtArchive {
   [[noreturn]] void ThrowTooLarge(std::uint64_t count, std::size_t each) const;
   std::uint64_t ReadCountSlow();
   void Grow(std::size_t n);
+  void Resize(std::size_t size);
 
   Mode m_mode;
   // Stored bytes are m_out[0, m_used); the vector's size beyond that is room to grow
