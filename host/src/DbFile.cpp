@@ -11,6 +11,7 @@
 
 #include <xxhash.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -101,7 +102,11 @@ class Sink {
   }
   bool Pass(const std::uint8_t* p, std::size_t n) {
     if (m_fd >= 0) return WriteAll(p, n);
-    m_memory.insert(m_memory.end(), p, p + n);  // grows without zero-filling first
+    // Grows by doubling, each new buffer faulted in at once, without zero-filling first.
+    if (n > m_memory.capacity() - m_memory.size()) {
+      Detail::ReserveFaultedIn(m_memory, std::max(2 * m_memory.capacity(), m_memory.size() + n));
+    }
+    m_memory.insert(m_memory.end(), p, p + n);
     return true;
   }
   bool WriteAll(const std::uint8_t* p, std::size_t n) {

@@ -147,4 +147,17 @@ void PopulatePages(void* p, std::size_t size) noexcept {
   if (end > begin) ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_POPULATE_WRITE);
 }
 
+void ReserveFaultedIn(std::vector<std::uint8_t>& bytes, std::size_t capacity) {
+  if (capacity <= bytes.capacity()) return;
+  if (capacity < kMapped) {
+    bytes.reserve(capacity);
+    return;
+  }
+  std::vector<std::uint8_t> fresh;
+  fresh.reserve(capacity);
+  PopulatePages(fresh.data(), capacity);
+  fresh.assign(bytes.begin(), bytes.end());
+  bytes.swap(fresh);
+}
+
 }  // namespace Quarp::Detail

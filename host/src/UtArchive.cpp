@@ -39,15 +39,11 @@ void UtArchive::Adopt(std::vector<std::uint8_t>&& room) {
 }
 
 void UtArchive::Resize(std::size_t size) {
-  // A large new buffer is faulted in at once before it is filled: one call instead of a
-  // trap every 4 KB page, which costs far more where page faults are expensive (a save's
-  // 144 KB buffer in memory the allocator has just given back took longer to fault in
-  // than a 10k-move job takes to encode).
-  constexpr std::size_t kPopulateFrom = 64u << 10;
-  if (size > m_out.capacity() && size >= kPopulateFrom) {
-    m_out.reserve(size);
-    Detail::PopulatePages(m_out.data() + m_out.size(), size - m_out.size());
-  }
+  // A large new buffer is faulted in at once: one call instead of a trap every 4 KB
+  // page, which costs far more where page faults are expensive (a save's 144 KB buffer
+  // in memory the allocator had just given back took longer to fault in than a 10k-move
+  // job takes to encode).
+  Detail::ReserveFaultedIn(m_out, size);
   m_out.resize(size);
 }
 
