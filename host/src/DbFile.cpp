@@ -11,7 +11,6 @@
 
 #include <xxhash.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -63,7 +62,7 @@ class Sink {
   ~Sink() {
     XXH3_freeState(m_state);
     std::vector<std::uint8_t> buffer = m_ar.TakeBytes();
-    if (buffer.capacity() == kBlock + kSlack) s_spare.Give(std::move(buffer));
+    if (buffer.capacity() <= kBlock + kSlack) s_spare.Give(std::move(buffer));
   }
   Sink(const Sink&) = delete;
   Sink& operator=(const Sink&) = delete;
@@ -102,10 +101,7 @@ class Sink {
   }
   bool Pass(const std::uint8_t* p, std::size_t n) {
     if (m_fd >= 0) return WriteAll(p, n);
-    // Grows by doubling, each new buffer faulted in at once, without zero-filling first.
-    if (n > m_memory.capacity() - m_memory.size()) {
-      Detail::ReserveFaultedIn(m_memory, std::max(2 * m_memory.capacity(), m_memory.size() + n));
-    }
+    Detail::GrowFaultedIn(m_memory, m_memory.size() + n);  // no zero-filling first
     m_memory.insert(m_memory.end(), p, p + n);
     return true;
   }

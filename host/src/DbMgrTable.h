@@ -27,40 +27,38 @@ class SlotArray {
   SlotArray(const SlotArray&) = delete;
   SlotArray& operator=(const SlotArray&) = delete;
 
-  DbBase** data() noexcept { return m_data; }
-  DbBase* const* data() const noexcept { return m_data; }
+  DbBase** data() noexcept { return Slots(); }
+  DbBase* const* data() const noexcept { return Slots(); }
   std::size_t size() const noexcept { return m_size; }
-  DbBase*& operator[](std::size_t i) noexcept { return m_data[i]; }
-  DbBase* operator[](std::size_t i) const noexcept { return m_data[i]; }
+  DbBase*& operator[](std::size_t i) noexcept { return Slots()[i]; }
+  DbBase* operator[](std::size_t i) const noexcept { return Slots()[i]; }
 
   // Room for n slots; `populate` faults the memory in at once (a load fills it all).
   void Reserve(std::size_t n, bool populate) {
-    if (n <= m_capacity) return;
+    if (n <= Capacity()) return;
     MappedPages pages(n * sizeof(DbBase*), populate);
     if (pages.Size() == 0) throw std::bad_alloc();
-    auto* data = reinterpret_cast<DbBase**>(pages.Data());
-    if (m_size > 0) std::memcpy(data, m_data, m_size * sizeof(DbBase*));
+    if (m_size > 0) std::memcpy(pages.Data(), m_pages.Data(), m_size * sizeof(DbBase*));
     m_pages = std::move(pages);
-    m_data = data;
-    m_capacity = n;
   }
   void PushBack(DbBase* ent) {
-    if (m_size == m_capacity) Reserve(m_capacity < 16 ? 16 : 2 * m_capacity, false);
-    m_data[m_size++] = ent;
+    if (m_size == Capacity()) Reserve(m_size < 16 ? 16 : 2 * m_size, false);
+    Slots()[m_size++] = ent;
   }
   // Grows to n slots, the new ones null.
   void Resize(std::size_t n) {
     if (n <= m_size) return;
-    if (n > m_capacity) Reserve(n > 2 * m_capacity ? n : 2 * m_capacity, false);
-    std::memset(m_data + m_size, 0, (n - m_size) * sizeof(DbBase*));
+    if (n > Capacity()) Reserve(n > 2 * Capacity() ? n : 2 * Capacity(), false);
+    std::memset(Slots() + m_size, 0, (n - m_size) * sizeof(DbBase*));
     m_size = n;
   }
 
  private:
+  DbBase** Slots() const noexcept { return reinterpret_cast<DbBase**>(m_pages.Data()); }
+  std::size_t Capacity() const noexcept { return m_pages.Size() / sizeof(DbBase*); }
+
   MappedPages m_pages;
-  DbBase** m_data = nullptr;  // m_pages, as slots
   std::size_t m_size = 0;
-  std::size_t m_capacity = 0;
 };
 
 class RecordTable {

@@ -60,7 +60,7 @@ void LoadInput::HashTo(std::size_t end) noexcept {
 
 bool LoadInput::Fill(std::size_t n) {
   if (m_fd < 0) {
-    // In memory: hash a block ahead, so that the bytes are hashed while in cache.
+    // In memory: hash a window ahead, so that the bytes are hashed while in cache.
     HashTo(Min(m_body, m_pos + (n > kWindow ? n : kWindow)));
     return true;
   }

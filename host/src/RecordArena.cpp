@@ -43,6 +43,7 @@ namespace {
 
 constexpr std::size_t kPage = 4096;
 constexpr std::size_t kMapped = 64 * kPage;              // from here on, mapped
+constexpr std::size_t kFaultedIn = 16 * kPage;           // from here on, a grown vector is faulted in at once
 constexpr std::size_t kHugePage = std::size_t{2} << 20;  // the system's large page
 
 // Maps `size` bytes aligned to a large page (more is mapped, both ends trimmed) and asks
@@ -147,9 +148,10 @@ void PopulatePages(void* p, std::size_t size) noexcept {
   if (end > begin) ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_POPULATE_WRITE);
 }
 
-void ReserveFaultedIn(std::vector<std::uint8_t>& bytes, std::size_t capacity) {
-  if (capacity <= bytes.capacity()) return;
-  if (capacity < kMapped) {
+void GrowFaultedIn(std::vector<std::uint8_t>& bytes, std::size_t needed) {
+  if (needed <= bytes.capacity()) return;
+  const std::size_t capacity = std::max(needed, 2 * bytes.capacity());
+  if (capacity < kFaultedIn) {
     bytes.reserve(capacity);
     return;
   }

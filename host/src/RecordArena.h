@@ -102,9 +102,11 @@ void* MapPages(std::size_t size, bool populate = true) noexcept;
 void UnmapPages(void* p, std::size_t size) noexcept;
 // Faults in the whole pages inside [p, p + size) at once.
 void PopulatePages(void* p, std::size_t size) noexcept;
-// Gives `bytes` room for `capacity` bytes, keeping its contents. A large new buffer is
-// faulted in at once before the contents are copied into it (see MapPages).
-void ReserveFaultedIn(std::vector<std::uint8_t>& bytes, std::size_t capacity);
+// Gives `bytes` room for at least `needed` bytes, keeping its contents: at least twice
+// its capacity, so that growing step by step copies each byte a bounded number of
+// times. A large new buffer is faulted in at once before the contents are copied into
+// it (see MapPages).
+void GrowFaultedIn(std::vector<std::uint8_t>& bytes, std::size_t needed);
 
 // Bytes from MapPages, released when it goes.
 class MappedPages {

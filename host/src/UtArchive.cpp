@@ -3,6 +3,7 @@
 
 #include "RecordArena.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -22,11 +23,7 @@ void UtArchive::Reset() noexcept {
   m_classes.clear();
 }
 
-void UtArchive::Grow(std::size_t n) {
-  std::size_t size = m_out.size() < 256 ? 256 : m_out.size() * 2;
-  while (size - m_used < n) size *= 2;
-  Resize(size);
-}
+void UtArchive::Grow(std::size_t n) { Resize(std::max<std::size_t>(256, m_used + n)); }
 
 void UtArchive::Reserve(std::size_t n) {
   if (n > m_out.size() - m_used) Resize(m_used + n);
@@ -39,12 +36,12 @@ void UtArchive::Adopt(std::vector<std::uint8_t>&& room) {
 }
 
 void UtArchive::Resize(std::size_t size) {
-  // A large new buffer is faulted in at once: one call instead of a trap every 4 KB
-  // page, which costs far more where page faults are expensive (a save's 144 KB buffer
-  // in memory the allocator had just given back took longer to fault in than a 10k-move
-  // job takes to encode).
-  Detail::ReserveFaultedIn(m_out, size);
-  m_out.resize(size);
+  // The whole capacity is room to store into. A large new buffer is faulted in at once:
+  // one call instead of a trap every 4 KB page, which costs far more where page faults
+  // are expensive (a save's 144 KB buffer in memory the allocator had just given back
+  // took longer to fault in than a 10k-move job takes to encode).
+  Detail::GrowFaultedIn(m_out, size);
+  m_out.resize(m_out.capacity());
 }
 
 void UtArchive::DropStored(std::size_t n) noexcept {
